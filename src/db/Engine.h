@@ -1,0 +1,76 @@
+#pragma once
+
+#include "db/Dialect.h"
+#include "db/ResultSet.h"
+#include "db/Schema.h"
+
+#include <QStringList>
+#include <QVariantList>
+
+#include <functional>
+#include <memory>
+
+namespace db {
+
+using Params = QVariantList;
+using Rows = std::shared_ptr<const ResultSet>;
+
+/// A back end behind Connection. Every call throws db::Error on failure. Parameters are bound to the "?" of the
+/// statement in their order: QString, numbers, bool (stored -1/0), QDate, QTime, QDateTime, QByteArray; a null QVariant
+/// is Null.
+class Engine
+{
+public:
+    virtual ~Engine() = default;
+
+    [[nodiscard]] virtual Dialect::Kind dialect() const = 0;
+
+    [[nodiscard]] virtual Rows query(const QString &sql, const Params &params) = 0;
+    /// Rows changed; 0 for statements that change none.
+    virtual int execute(const QString &sql, const Params &params) = 0;
+    /// The counter value that the last INSERT of this connection gave.
+    [[nodiscard]] virtual qint64 insertedId() = 0;
+
+    virtual void begin() = 0;
+    virtual void commit() = 0;
+    virtual void rollback() = 0;
+
+    /// Table names in the catalog, without the engine's own.
+    [[nodiscard]] virtual QStringList tableNames() = 0;
+    /// The columns of a table as the catalog declares them; empty when there is no such table.
+    [[nodiscard]] virtual QVector<Column> columns(const QString &table) = 0;
+    virtual void createTable(const Table &table) = 0;
+    virtual void addColumn(const QString &table, const Column &column) = 0;
+
+    /// True when the file behind the connection is no longer the one that was opened (removed or replaced).
+    [[nodiscard]] virtual bool moved() const { return false; }
+};
+
+/// Which engine opens a connection string, by its "Provider=". The program fills it once, tests put theirs in.
+class Engines
+{
+public:
+    using Factory = std::function<std::unique_ptr<Engine>(const class ConnectionString &)>;
+
+    /// The embedded engine under "Microsoft.Jet.OLEDB.4.0".
+    static Engines standard();
+
+    void add(const QString &provider, Factory factory);
+    [[nodiscard]] std::unique_ptr<Engine> open(const ConnectionString &text) const;
+
+private:
+    std::vector<std::pair<QString, Factory>> m_factories;
+};
+
+/// "Key=value; Key=value" as the connection is described; keys without regard to case.
+class ConnectionString
+{
+public:
+    explicit ConnectionString(const QString &text);
+    [[nodiscard]] QString value(QStringView key) const;
+
+private:
+    std::vector<std::pair<QString, QString>> m_parts;
+};
+
+} // namespace db
