@@ -1,0 +1,65 @@
+#pragma once
+
+#include "base/Rechazo.h"
+#include "ui/Ventanas.h"
+
+#include <QWidget>
+
+#include <functional>
+
+namespace db {
+class Connection;
+class Entorno;
+}
+
+namespace ui {
+
+/// Base of every window: knows the shared state, runs its actions so that a database failure is shown once and leaves
+/// the fields as typed, closes on Esc (asking when something would be lost), saves on Ctrl+S by pressing the control
+/// named `guardar`, new on Ctrl+N (`nuevo`), print on Ctrl+P (`imprimir`), F1 shows ayuda().
+class Ventana : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// `nombre` is the window's given name: its object name and the name it is registered under.
+    Ventana(db::Entorno &entorno, Ventanas &ventanas, const QString &nombre, const QString &titulo);
+
+    /// Called each time the window is asked for, before it is shown. False: nothing to show (it has told the person
+    /// why); a new window is then discarded.
+    virtual bool preparar(const Pedido &pedido);
+    /// Loads shown data again without losing selection, scroll position or what is being typed.
+    virtual void refrescar() {}
+    /// True while closing would lose something typed.
+    [[nodiscard]] virtual bool hayCambios() const { return false; }
+    /// Help text of the window, empty for none.
+    [[nodiscard]] virtual QString ayuda() const { return {}; }
+
+signals:
+    void terminada(const QVariantMap &resultado);
+
+protected:
+    [[nodiscard]] db::Entorno &entorno() const { return m_entorno; }
+    [[nodiscard]] Ventanas &ventanas() const { return m_ventanas; }
+    [[nodiscard]] db::Connection &conexion() const;
+    [[nodiscard]] const QVariantMap &datos() const { return m_pedido.datos; }
+
+    /// Runs an action; a db::Error is shown ("ERROR...") and yields false.
+    bool intentar(const std::function<void()> &accion);
+    /// Connects a button's click to an action run by intentar().
+    void alPulsar(class QAbstractButton *boton, const std::function<void()> &accion);
+    /// Shows a refusal and puts the focus on its field; true when there was nothing to refuse.
+    bool aceptado(const base::Control &control);
+    /// Hands the result to who asked and closes.
+    void terminar(const QVariantMap &resultado);
+
+    void closeEvent(QCloseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    db::Entorno &m_entorno;
+    Ventanas &m_ventanas;
+    Pedido m_pedido;
+};
+
+} // namespace ui
