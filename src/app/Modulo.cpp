@@ -137,7 +137,7 @@ void Modulo::prepararBase()
             desconectar();
             const QString cadena = m_destino.cadenaConexion();
             db::actualizarAccess(
-                [this, cadena] { return db::Connection::open(cadena, m_engines); }, esquemaCompleto(), m_mensajes);
+                [this, cadena] { return db::Connection::open(cadena, m_engines); }, esquemaPorRutinas(), m_mensajes);
             conectar();
         }
         db::asegurarProfesional(*m_conexion, m_mensajes);

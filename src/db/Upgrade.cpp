@@ -155,7 +155,8 @@ bool completarTabla(Motor &motor, const Table &declared, const Catalogo::Entry &
     return added;
 }
 
-/// Moves the old hours and then drops their columns. Part of a step: throws, and nothing is dropped, when the move fails.
+/// Moves the old hours and then drops their columns. Part of a step: throws, and nothing is dropped, when the move
+/// fails.
 void moverHorarios(Motor &motor, const QStringList &doctorColumns, bool tableIsNew)
 {
     Connection &connection = motor.connection();
@@ -214,7 +215,7 @@ void avisar(base::Mensajes &mensajes)
 
 } // namespace
 
-bool actualizarAccess(const QVector<Schema> &routines, const AbrirConexion &open, base::Mensajes &mensajes)
+bool actualizarAccess(const AbrirConexion &open, const QVector<Schema> &routines, base::Mensajes &mensajes)
 {
     bool added = false;
     for (const Schema &schema : routines) {
@@ -227,7 +228,7 @@ bool actualizarAccess(const QVector<Schema> &routines, const AbrirConexion &open
     return added;
 }
 
-bool actualizarServidor(const Schema &schema, Connection &connection, base::Mensajes &mensajes)
+bool actualizarServidor(Connection &connection, const Schema &schema, base::Mensajes &mensajes)
 {
     MotorServidor motor(connection);
     const bool added = actualizarTablas(motor, schema);
