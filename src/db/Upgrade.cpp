@@ -215,7 +215,7 @@ void avisar(base::Mensajes &mensajes)
 
 } // namespace
 
-bool actualizarAccess(const AbrirConexion &open, const QVector<Schema> &routines, base::Mensajes &mensajes)
+bool actualizarAccess(const QVector<Schema> &routines, const AbrirConexion &open, base::Mensajes &mensajes)
 {
     bool added = false;
     for (const Schema &schema : routines) {
@@ -228,7 +228,7 @@ bool actualizarAccess(const AbrirConexion &open, const QVector<Schema> &routines
     return added;
 }
 
-bool actualizarServidor(Connection &connection, const Schema &schema, base::Mensajes &mensajes)
+bool actualizarServidor(const Schema &schema, Connection &connection, base::Mensajes &mensajes)
 {
     MotorServidor motor(connection);
     const bool added = actualizarTablas(motor, schema);

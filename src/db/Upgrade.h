@@ -21,10 +21,10 @@ using AbrirConexion = std::function<std::unique_ptr<Connection>()>;
 /// skipped and tried again at the next start; hours are never dropped before they are in the new table. When something
 /// was added it tells the person so at the end. Yields whether something was added; throws db::Error only when `open`
 /// does.
-bool actualizarAccess(const AbrirConexion &open, const QVector<Schema> &routines, base::Mensajes &mensajes);
+bool actualizarAccess(const QVector<Schema> &routines, const AbrirConexion &open, base::Mensajes &mensajes);
 
 /// The same for a server database, over the shared connection, with guarded statements. Throws db::Error when the
 /// catalog cannot be read.
-bool actualizarServidor(Connection &connection, const Schema &schema, base::Mensajes &mensajes);
+bool actualizarServidor(const Schema &schema, Connection &connection, base::Mensajes &mensajes);
 
 } // namespace db

@@ -54,7 +54,8 @@ private slots:
 private:
     bool actualizar()
     {
-        return db::actualizarAccess([this] { return m_base->abrir(); }, app::esquemaPorRutinas(), m_mensajes);
+        return db::actualizarAccess(
+            app::esquemaPorRutinas(), [this] { return m_base->abrir(); }, m_mensajes);
     }
     void agregarDoctor(
         db::Connection &connection,

@@ -84,7 +84,7 @@ private slots:
     void hoursStayWhenTheyCannotBeMoved();
 
 private:
-    bool actualizar() { return db::actualizarServidor(*m_connection, app::esquemaCompleto(), m_mensajes); }
+    bool actualizar() { return db::actualizarServidor(app::esquemaCompleto(), *m_connection, m_mensajes); }
     void esperarAviso()
     {
         m_mensajes.esperarMensaje(
