@@ -9,7 +9,7 @@
 #include "demo/Demo.h"
 #include "ui/MensajesQt.h"
 #include "ui/Preferencias.h"
-#include "ui/PrepararAplicacion.h"
+#include "ui/Aplicacion.h"
 #include "ui/Ventanas.h"
 
 #include <QApplication>

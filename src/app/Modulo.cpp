@@ -132,12 +132,12 @@ void Modulo::prepararBase()
                            "los permisos del archivo Datos.mdb y de su carpeta."));
     } else {
         if (m_destino.servidor) {
-            db::actualizarServidor(*m_conexion, esquemaCompleto(), m_mensajes);
+            db::actualizarServidor(esquemaCompleto(), *m_conexion, m_mensajes);
         } else {
             desconectar();
             const QString cadena = m_destino.cadenaConexion();
             db::actualizarAccess(
-                [this, cadena] { return db::Connection::open(cadena, m_engines); }, esquemaCompleto(), m_mensajes);
+                esquemaPorRutinas(), [this, cadena] { return db::Connection::open(cadena, m_engines); }, m_mensajes);
             conectar();
         }
         db::asegurarProfesional(*m_conexion, m_mensajes);
