@@ -1,6 +1,9 @@
 #pragma once
 
 #include "db/Engine.h"
+#include "db/sql/Translate.h"
+
+#include <QHash>
 
 #include <list>
 
@@ -32,11 +35,13 @@ public:
     void begin() override;
     void commit() override;
     void rollback() override;
+    [[nodiscard]] QString singleTable(const QString &sql) override;
     [[nodiscard]] QStringList tableNames() override;
     [[nodiscard]] QVector<Column> columns(const QString &table) override;
     void createTable(const Table &table) override;
     void addColumn(const QString &table, const Column &column) override;
     [[nodiscard]] bool moved() const override;
+    [[nodiscard]] bool readOnly() const override;
 
     /// The same with text in the engine's own SQL, for what stands above another dialect.
     [[nodiscard]] Rows queryNative(const QByteArray &sql, const Params &params);
@@ -50,18 +55,16 @@ private:
         QByteArray text;
         sqlite3_stmt *statement;
     };
-    [[nodiscard]] QByteArray translated(const QString &sql);
+    [[nodiscard]] const sql::Translated &translated(const QString &sql);
     [[nodiscard]] sqlite3_stmt *prepare(const QByteArray &sql);
     void bind(sqlite3_stmt *statement, const Params &params);
     void finalizeAll();
     [[noreturn]] void fail(int code, const QByteArray &sql = {}) const;
 
     sqlite3 *m_database = nullptr;
-    QString m_path;
-    quint64 m_fileId = 0;
     std::list<Prepared> m_statements; ///< most recently used first
     QHash<QByteArray, std::list<Prepared>::iterator> m_byText;
-    QHash<QString, QByteArray> m_translations;
+    QHash<QString, sql::Translated> m_translations;
 };
 
 } // namespace db

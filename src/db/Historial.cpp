@@ -1,0 +1,18 @@
+#include "db/Historial.h"
+
+#include "base/Clock.h"
+#include "db/Connection.h"
+#include "db/Entorno.h"
+
+namespace db {
+
+void registrarHistorial(Entorno &entorno, const QString &ventana, const QString &accion)
+{
+    Connection &connection = entorno.conexion();
+    connection.execute(
+        QStringLiteral("INSERT INTO [Historial] (fecha,equipo,iddoctor,ventana,accion) VALUES (")
+            + connection.dialect().dateTime(entorno.clock().now()) + QStringLiteral(",?,?,?,?)"),
+        {entorno.equipo(), entorno.usuarioActual(), ventana, accion.trimmed()});
+}
+
+} // namespace db
