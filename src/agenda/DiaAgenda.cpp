@@ -109,8 +109,7 @@ FilaDia leerFila(const db::ResultSet &filas, int i)
     }
     fila.clase = FilaDia::Clase::Turno;
     fila.pacienteEliminado = filas.isNull(i, ColPaciente);
-    fila.paciente = fila.pacienteEliminado ? QStringLiteral("PACIENTE ELIMINADO DEL SISTEMA")
-                                           : filas.text(i, ColPaciente).trimmed();
+    fila.paciente = fila.pacienteEliminado ? textoPacienteEliminado : filas.text(i, ColPaciente).trimmed();
     fila.cobertura = filas.text(i, ColCobertura);
     fila.telefono = textoTelefonos(filas.text(i, ColTel).trimmed(), filas.text(i, ColTelCelular).trimmed());
     fila.motivo = filas.text(i, ColMotivo);
@@ -147,11 +146,10 @@ Tono DiaAgenda::tono(const FilaDia &fila, const QDateTime &ahora) const
     return Tono::Ninguno;
 }
 
-QStringList DiaAgenda::resumen() const
+std::vector<HoraOcupada> DiaAgenda::ocupacion() const
 {
-    QStringList lineas;
-    if (!hayPlantilla)
-        lineas << QStringLiteral("  No hay plantilla");
+    std::vector<HoraOcupada> horas;
+    horas.reserve(size_t(grilla.cantidad()));
     for (const QTime &hora : grilla.horas()) {
         bool bloqueado = false;
         int cuenta = 0;
@@ -161,8 +159,18 @@ QStringList DiaAgenda::resumen() const
             bloqueado = bloqueado || fila.clase == FilaDia::Clase::Bloqueado;
             cuenta += fila.clase == FilaDia::Clase::Turno;
         }
-        lineas << horaTexto(hora) + textoOcupacion(bloqueado, cuenta);
+        horas.push_back({hora, horaTexto(hora) + textoOcupacion(bloqueado, cuenta)});
     }
+    return horas;
+}
+
+QStringList DiaAgenda::resumen() const
+{
+    QStringList lineas;
+    if (!hayPlantilla)
+        lineas << QStringLiteral("  No hay plantilla");
+    for (const HoraOcupada &hora : ocupacion())
+        lineas << hora.texto;
     lineas << QStringLiteral("  >>>>> TOTAL: %1  de turnos.").arg(turnos);
     return lineas;
 }

@@ -41,6 +41,12 @@ struct FilaDia {
     [[nodiscard]] QStringList textos() const;
 };
 
+/// A start time with its occupation: "10:20  Ocupado".
+struct HoraOcupada {
+    QTime hora;
+    QString texto;
+};
+
 /// How a row is painted.
 enum class Tono { Ninguno, Atendido, Pasado, Sobreturno };
 
@@ -59,6 +65,8 @@ struct DiaAgenda {
     /// Attended; else a start time that holds extra appointments, where the template asks for it; else a free start
     /// time before `ahora`.
     [[nodiscard]] Tono tono(const FilaDia &fila, const QDateTime &ahora) const;
+    /// Every start time with what it is followed by; each cell of the slot table once.
+    [[nodiscard]] std::vector<HoraOcupada> ocupacion() const;
     /// The free/occupied list of the day with its total.
     [[nodiscard]] QStringList resumen() const;
 };

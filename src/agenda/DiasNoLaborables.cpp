@@ -4,6 +4,8 @@
 #include "db/Entorno.h"
 #include "db/Recordset.h"
 
+#include <algorithm>
+
 namespace agenda {
 
 bool DiaNoLaborable::abarca(QDate fecha) const

@@ -6,6 +6,8 @@
 #include <QString>
 #include <QVector>
 
+#include <set>
+
 namespace db {
 class Connection;
 class Entorno;
@@ -30,6 +32,8 @@ struct DiaNoLaborable {
 [[nodiscard]] bool esNoLaborable(db::Connection &conexion, int iddoctor, QDate fecha);
 /// Latest first.
 [[nodiscard]] QVector<DiaNoLaborable> listarDiasNoLaborables(db::Connection &conexion, int iddoctor);
+/// Which days of a range they hold.
+[[nodiscard]] std::set<QDate> diasNoLaborablesEntre(const QVector<DiaNoLaborable> &lista, QDate desde, QDate hasta);
 /// Stores all of them or none; an empty choice is refused.
 [[nodiscard]] base::Control
 agregarDiasNoLaborables(db::Connection &conexion, int iddoctor, const QVector<DiaNoLaborable> &dias);
