@@ -40,7 +40,9 @@ bool verificarCatalogo(Connection &connection, base::Mensajes &mensajes)
         const Rows rows = connection.query(QStringLiteral("SELECT * FROM [CIE10] WHERE id = 2"));
         compatible = connection.dialect().kind() == Dialect::Kind::SqlServer || rows->rowCount() == 1;
     } catch (const Error &error) {
-        if (error.kind() != Error::Kind::NoSuchTable && error.kind() != Error::Kind::NoSuchColumn) {
+        const bool foreign
+            = error.kind() == Error::Kind::NoSuchTable || error.kind() == Error::Kind::NoSuchColumn;
+        if (!foreign || connection.dialect().kind() == Dialect::Kind::SqlServer) {
             avisarBaseDaniada(mensajes, error);
             return false;
         }

@@ -15,7 +15,8 @@ namespace ui {
 class Ventana;
 
 /// What a window is opened for: facts by name ("modo", "nrohc"...), and who wants to know the outcome. `alTerminar` is
-/// called at most once, with the window's result, when the window has done what it was opened for; never when cancelled.
+/// called at most once, with the window's result, when the window has done what it was opened for; never when
+/// cancelled.
 struct Pedido {
     QVariantMap datos = {};
     std::function<void(const QVariantMap &resultado)> alTerminar = {};
@@ -23,7 +24,7 @@ struct Pedido {
 
 /// How a window appears.
 enum class Modo {
-    Marco,  ///< inside the main window, beside the others
+    Marco, ///< inside the main window, beside the others
     Dialogo ///< over its opener, which waits until it closes
 };
 
@@ -37,6 +38,7 @@ public:
     using Fabrica = std::function<Ventana *()>;
 
     explicit Ventanas(QObject *parent = nullptr);
+    /// Windows still open are deleted without a question.
     ~Ventanas() override;
 
     void registrar(const QString &nombre, Modo modo, Fabrica fabrica);
@@ -46,13 +48,17 @@ public:
     void setArea(QMdiArea *area);
 
     /// Opens or brings to the front. Null when no window of that name is registered, or when the window itself declined
-    /// (Ventana::preparar). `sobre` is the opener of a dialog.
+    /// (Ventana::preparar); an open window that declines the new request stays as it was. `sobre` is the opener of a
+    /// dialog; without one it is the active window. Throws what the window's constructor throws, db::Error as a rule,
+    /// so call it from within Ventana::intentar().
     Ventana *abrir(const QString &nombre, const Pedido &pedido = {}, QWidget *sobre = nullptr);
-    /// The open window of that name, or null.
+    /// The open window of that name, or null; a window that has accepted to close is no longer open.
     [[nodiscard]] Ventana *buscar(const QString &nombre) const;
+    /// Brings an open window to the front as it is, without a new request; false when it is not open.
+    bool activar(const QString &nombre);
     /// Asks every open window to load its data again; those named, or all.
     void refrescar(const QStringList &nombres = {});
-    /// Closes every window; false when one of them stayed open because something would be lost.
+    /// Closes every window, dialogs first; false when one of them stayed open because something would be lost.
     bool cerrarTodas();
 
 private:
@@ -61,6 +67,10 @@ private:
         Fabrica fabrica;
         QPointer<Ventana> abierta;
     };
+    void mostrarEnMarco(Ventana *ventana);
+    void mostrarComoDialogo(Ventana *ventana, QWidget *sobre);
+    static void traerAlFrente(Ventana *ventana);
+
     std::map<QString, Entrada> m_entradas;
     QPointer<QMdiArea> m_area;
 };

@@ -49,7 +49,7 @@ void createDatabaseFile(const QString &path, const QString &password)
         throw Error(Error::Kind::CannotOpen, code, QStringLiteral("No se puede crear el archivo de la base de datos."));
 }
 
-EmbeddedEngine::EmbeddedEngine(const QString &path, const QString &password)
+EmbeddedEngine::EmbeddedEngine(const QString &path, const QString &password, Opening opening)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
@@ -60,8 +60,8 @@ EmbeddedEngine::EmbeddedEngine(const QString &path, const QString &password)
     if (salt.size() < saltSize)
         throw Error(Error::Kind::NotADatabase, SQLITE_NOTADB, QStringLiteral("El archivo está vacío o incompleto."));
 
-    const int code
-        = sqlite3_open_v2(QFile::encodeName(path).constData(), &m_database, SQLITE_OPEN_READWRITE, nullptr);
+    const int flags = opening == Opening::ReadWrite ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY;
+    const int code = sqlite3_open_v2(QFile::encodeName(path).constData(), &m_database, flags, nullptr);
     try {
         if (code != SQLITE_OK)
             fail(code);

@@ -22,8 +22,11 @@ void createDatabaseFile(const QString &path, const QString &password);
 class EmbeddedEngine : public Engine
 {
 public:
-    /// Opens an existing file; throws db::Error (CannotOpen, NotADatabase).
-    EmbeddedEngine(const QString &path, const QString &password);
+    enum class Opening { ReadWrite, ReadOnly };
+
+    /// Opens an existing file; throws db::Error (CannotOpen, NotADatabase). A file that may not be written opens
+    /// read-only all the same: readOnly() tells.
+    EmbeddedEngine(const QString &path, const QString &password, Opening opening = Opening::ReadWrite);
     ~EmbeddedEngine() override;
     EmbeddedEngine(const EmbeddedEngine &) = delete;
     EmbeddedEngine &operator=(const EmbeddedEngine &) = delete;
