@@ -192,10 +192,10 @@ void PlantillaTest::firstProfessionalIsTwenty()
 void PlantillaTest::failureLeavesNoFile()
 {
     QTemporaryDir empty;
-    QVERIFY_EXCEPTION_THROWN(
+    QVERIFY_THROWS_EXCEPTION(
+        db::Error,
         catalogos::crearPlantilla(
-            empty.filePath("Datos_Vacio.mdb"), "kestrel428", app::esquemaCompleto(), empty.path()),
-        db::Error);
+            empty.filePath("Datos_Vacio.mdb"), "kestrel428", app::esquemaCompleto(), empty.path()));
     QVERIFY(!QFile::exists(empty.filePath("Datos_Vacio.mdb")));
 }
 
