@@ -155,7 +155,8 @@ bool completarTabla(Motor &motor, const Table &declared, const Catalogo::Entry &
     return added;
 }
 
-/// Moves the old hours and then drops their columns. Part of a step: throws, and nothing is dropped, when the move fails.
+/// Moves the old hours and then drops their columns. Part of a step: throws, and nothing is dropped, when the move
+/// fails.
 void moverHorarios(Motor &motor, const QStringList &doctorColumns, bool tableIsNew)
 {
     Connection &connection = motor.connection();

@@ -87,25 +87,60 @@ void PlantillaTest::listsAreFilled_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("first"); // by priority and name; empty: not told
 
-    QTest::newRow("coverages") << "Lista Coberturas" << "nombre" << "PARTICULAR";
-    QTest::newRow("documents") << "Lista Tipo de documento" << "nombre" << "DNI";
-    QTest::newRow("countries") << "Lista Pais" << "nombre" << "Argentina";
-    QTest::newRow("provinces") << "Lista Provincia" << "nombre" << "Buenos Aires";
-    QTest::newRow("cities") << "Lista Ciudad" << "nombre" << "";
-    QTest::newRow("occupations") << "Lista Ocupacion" << "nombre" << "Abogado/a";
-    QTest::newRow("reasons") << "Lista Motivos Consulta" << "Motivo" << "";
-    QTest::newRow("studies") << "Lista Estudios" << "nombre" << "";
-    QTest::newRow("specialties") << "Lista Especialidades" << "nombre" << "";
-    QTest::newRow("vaccines") << "Lista Vacunas" << "Vacuna" << "BCG";
-    QTest::newRow("smear results") << "Lista Resultados de PAP" << "nombre" << "";
-    for (const char *table : {"Lista Estado civil", "Lista Relacion con el paciente", "Lista Etnia",
-                              "Lista Estatus en el pais", "Lista Tratamientos", "Lista Medicamentos", "Lista Tabaco",
-                              "Lista Alcohol", "Lista Otras Drogas", "Lista Enfermedades Ginecologicas",
-                              "Lista Operaciones Gineco - Obstetrica", "Lista Metodos Anticonceptivos",
-                              "Lista Motivos No Anticoncepcion", "Lista Proteccion ITS", "Lista Problemas Mamarios",
-                              "Lista Autoexamen Mamario", "Lista Resultados Mamografia",
-                              "Lista Resultados Densitometria"})
-        QTest::newRow(table) << table << "nombre" << "";
+    QTest::newRow("coverages") << "Lista Coberturas"
+                               << "nombre"
+                               << "PARTICULAR";
+    QTest::newRow("documents") << "Lista Tipo de documento"
+                               << "nombre"
+                               << "DNI";
+    QTest::newRow("countries") << "Lista Pais"
+                               << "nombre"
+                               << "Argentina";
+    QTest::newRow("provinces") << "Lista Provincia"
+                               << "nombre"
+                               << "Buenos Aires";
+    QTest::newRow("cities") << "Lista Ciudad"
+                            << "nombre"
+                            << "";
+    QTest::newRow("occupations") << "Lista Ocupacion"
+                                 << "nombre"
+                                 << "Abogado/a";
+    QTest::newRow("reasons") << "Lista Motivos Consulta"
+                             << "Motivo"
+                             << "";
+    QTest::newRow("studies") << "Lista Estudios"
+                             << "nombre"
+                             << "";
+    QTest::newRow("specialties") << "Lista Especialidades"
+                                 << "nombre"
+                                 << "";
+    QTest::newRow("vaccines") << "Lista Vacunas"
+                              << "Vacuna"
+                              << "BCG";
+    QTest::newRow("smear results") << "Lista Resultados de PAP"
+                                   << "nombre"
+                                   << "";
+    for (const char *table :
+         {"Lista Estado civil",
+          "Lista Relacion con el paciente",
+          "Lista Etnia",
+          "Lista Estatus en el pais",
+          "Lista Tratamientos",
+          "Lista Medicamentos",
+          "Lista Tabaco",
+          "Lista Alcohol",
+          "Lista Otras Drogas",
+          "Lista Enfermedades Ginecologicas",
+          "Lista Operaciones Gineco - Obstetrica",
+          "Lista Metodos Anticonceptivos",
+          "Lista Motivos No Anticoncepcion",
+          "Lista Proteccion ITS",
+          "Lista Problemas Mamarios",
+          "Lista Autoexamen Mamario",
+          "Lista Resultados Mamografia",
+          "Lista Resultados Densitometria"})
+        QTest::newRow(table) << table << "nombre"
+                             << "";
 }
 
 void PlantillaTest::listsAreFilled()
@@ -140,7 +175,8 @@ void PlantillaTest::settingsBeginWithTheirValues()
     QCOMPARE(count("SELECT count(*) FROM [Plantillas Consulta]"), 1);
     QCOMPARE(count("SELECT count(*) FROM [Lista Derivadores]"), 0);
     QCOMPARE(count("SELECT count(*) FROM [Lista Nomenclador] WHERE codigo = '420101'"), 1);
-    QCOMPARE(count("SELECT count(*) FROM [Lista Vacunas] WHERE Tipo < 1 Or Tipo > 3 Or NroDosis < 1 Or NroDosis > 5"), 0);
+    QCOMPARE(
+        count("SELECT count(*) FROM [Lista Vacunas] WHERE Tipo < 1 Or Tipo > 3 Or NroDosis < 1 Or NroDosis > 5"), 0);
 }
 
 void PlantillaTest::firstProfessionalIsTwenty()
