@@ -20,6 +20,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
+#include <QMdiSubWindow>
 #include <QScopedValueRollback>
 #include <QShortcut>
 #include <QStatusBar>

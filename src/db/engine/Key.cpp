@@ -4,8 +4,8 @@
 #include <QHash>
 #include <QMutex>
 
-// The engine's own derivation: exported by its library, but declared in none of its headers.
-extern "C" void fastpbkdf2_hmac_sha512(
+// The engine's own derivation, from motor.c.
+extern "C" void vastelo_pbkdf2_sha512(
     const uint8_t *password,
     size_t passwordSize,
     const uint8_t *salt,
@@ -33,7 +33,7 @@ QByteArray derivedKey(const QString &password, const QByteArray &salt)
     QByteArray &key = known[name];
     if (key.isEmpty()) {
         QByteArray bytes(keySize, '\0');
-        fastpbkdf2_hmac_sha512(
+        vastelo_pbkdf2_sha512(
             reinterpret_cast<const uint8_t *>(secret.constData()),
             size_t(secret.size()),
             reinterpret_cast<const uint8_t *>(salt.constData()),
