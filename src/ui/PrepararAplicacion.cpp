@@ -1,4 +1,4 @@
-#include "ui/Aplicacion.h"
+#include "ui/PrepararAplicacion.h"
 
 #include "ui/Estilo.h"
 #include "ui/Iconos.h"
