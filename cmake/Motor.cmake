@@ -8,7 +8,7 @@ endif()
 
 find_package(Threads REQUIRED)
 
-add_library(sqlite3mc STATIC ${MOTOR_DIR}/sqlite3.c)
+add_library(sqlite3mc STATIC ${CMAKE_SOURCE_DIR}/src/db/engine/motor.c)
 target_include_directories(sqlite3mc SYSTEM PUBLIC ${MOTOR_DIR})
 target_compile_options(sqlite3mc PRIVATE -w -O2)
 target_compile_definitions(sqlite3mc PRIVATE

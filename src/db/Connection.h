@@ -36,7 +36,13 @@ public:
     void createTable(const Table &table);
     void addColumn(const QString &table, const Column &column);
 
+    /// The table of a SELECT over one table, empty for any other.
+    [[nodiscard]] QString singleTable(const QString &sql);
+
+    /// True when the file behind it was removed or replaced since it was opened.
     [[nodiscard]] bool moved() const;
+    [[nodiscard]] bool readOnly() const;
+    [[nodiscard]] Engine &engine() { return *m_engine; }
 
 private:
     friend class Transaction;
@@ -44,6 +50,7 @@ private:
     std::unique_ptr<Engine> m_engine;
     Dialect m_dialect;
     int m_depth = 0;
+    bool m_broken = false; ///< an inner transaction was not committed
 };
 
 /// Several rows, one transaction: rolls back unless committed. May be nested: the outermost one counts, and when an

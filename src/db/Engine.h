@@ -35,6 +35,9 @@ public:
     virtual void commit() = 0;
     virtual void rollback() = 0;
 
+    /// For "SELECT ... FROM [table] ..." over that one table, without grouping: its name. Empty for anything else.
+    [[nodiscard]] virtual QString singleTable(const QString &sql) = 0;
+
     /// Table names in the catalog, without the engine's own.
     [[nodiscard]] virtual QStringList tableNames() = 0;
     /// The columns of a table as the catalog declares them; empty when there is no such table.
@@ -44,6 +47,7 @@ public:
 
     /// True when the file behind the connection is no longer the one that was opened (removed or replaced).
     [[nodiscard]] virtual bool moved() const { return false; }
+    [[nodiscard]] virtual bool readOnly() const { return false; }
 };
 
 /// Which engine opens a connection string, by its "Provider=". The program fills it once, tests put theirs in.

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "base/Rechazo.h"
+
+namespace agenda {
+
+/// `NroHC` of a row that marks a slot in which the professional does not attend: no patient, never counted.
+inline constexpr int nroBloqueado = -111;
+
+inline const QString textoPacienteEliminado = QStringLiteral("PACIENTE ELIMINADO DEL SISTEMA");
+
+/// Another station deleted the row that was to be changed.
+[[nodiscard]] inline base::Rechazo registroEliminado()
+{
+    return {
+        base::titulo::atencion,
+        QStringLiteral("Este Registro ya No existe, debe haber sido eliminado por otro usuario.")};
+}
+
+/// Another station deleted the patient.
+[[nodiscard]] inline base::Rechazo pacienteInexistente()
+{
+    return {base::titulo::atencion, QStringLiteral("Este paciente no Existe, probablemente a sido eliminado.")};
+}
+
+} // namespace agenda

@@ -1,0 +1,75 @@
+#include "agenda/forms/agendamotivo.h"
+
+#include "agenda/CambiosTurno.h"
+#include "agenda/Textos.h"
+#include "agenda/TurnoGuardado.h"
+#include "db/Entorno.h"
+#include "ui/Estilo.h"
+#include "ui/Iconos.h"
+#include "ui/ListaCombo.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace agenda {
+
+agendamotivo::agendamotivo(db::Entorno &entorno, ui::Ventanas &ventanas)
+    : Ventana(entorno, ventanas, QStringLiteral("agendamotivo"), tr("Motivo de la Consulta"))
+{
+    turno = new QLabel(this);
+    turno->setObjectName(QStringLiteral("turno"));
+    turno->setTextFormat(Qt::PlainText);
+    auto *pedido = new QLabel(QStringLiteral("Seleccione el Motivo de la Consulta"), this);
+    motivo = new QComboBox(this);
+    motivo->setObjectName(QStringLiteral("motivo"));
+    pedido->setBuddy(motivo);
+    guardar = new QPushButton(ui::icono(QStringLiteral("document-save")), tr("&Guardar"), this);
+    guardar->setObjectName(QStringLiteral("guardar"));
+    cancelar = new QPushButton(ui::icono(QStringLiteral("dialog-cancel")), tr("&Cancelar"), this);
+    cancelar->setObjectName(QStringLiteral("cancelar"));
+
+    auto *botones = new QHBoxLayout;
+    botones->addStretch(1);
+    botones->addWidget(guardar);
+    botones->addWidget(cancelar);
+    auto *todo = new QVBoxLayout(this);
+    todo->setContentsMargins(ui::margen, ui::margen, ui::margen, ui::margen);
+    todo->setSpacing(ui::espacio);
+    todo->addWidget(turno);
+    todo->addWidget(pedido);
+    todo->addWidget(motivo);
+    todo->addStretch(1);
+    todo->addLayout(botones);
+    resize(400, 150);
+
+    alPulsar(guardar, [this] { save(); });
+    connect(cancelar, &QPushButton::clicked, this, &QWidget::close);
+}
+
+bool agendamotivo::preparar(const ui::Pedido &pedido)
+{
+    const auto guardado = leerTurnoGuardado(conexion(), pedido.datos.value(QStringLiteral("id")).toLongLong());
+    if (!guardado)
+        return aceptado(registroEliminado());
+    m_id = guardado->id;
+    turno->setText(guardado->titulo());
+    ui::cargarLista(
+        *motivo,
+        conexion(),
+        QStringLiteral("Lista Motivos Consulta"),
+        QStringLiteral("Motivo"),
+        {{tr("<Sin motivo>"), 0}});
+    ui::elegirId(*motivo, guardado->motivo);
+    motivo->setFocus();
+    return true;
+}
+
+void agendamotivo::save()
+{
+    if (aceptado(cambiarMotivo(entorno(), m_id, ui::idElegido(*motivo))))
+        terminar({});
+}
+
+} // namespace agenda

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "ui/Ventana.h"
+
+class QComboBox;
+class QLabel;
+class QPushButton;
+
+namespace agenda {
+
+/// Chooses the reason for consultation of the appointment "id".
+class agendamotivo : public ui::Ventana
+{
+    Q_OBJECT
+
+public:
+    agendamotivo(db::Entorno &entorno, ui::Ventanas &ventanas);
+
+    bool preparar(const ui::Pedido &pedido) override;
+
+    QLabel *turno;
+    QComboBox *motivo;
+    QPushButton *guardar;
+    QPushButton *cancelar;
+
+private:
+    void save();
+
+    qint64 m_id = 0;
+};
+
+} // namespace agenda

@@ -1,0 +1,199 @@
+#include "agenda/forms/agendanuevoturno.h"
+
+#include "agenda/DiasNoLaborables.h"
+#include "agenda/Reserva.h"
+#include "base/Fechas.h"
+#include "db/Entorno.h"
+#include "ui/Estilo.h"
+#include "ui/Iconos.h"
+#include "ui/ListaCombo.h"
+
+#include <QComboBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QShortcut>
+
+namespace agenda {
+
+agendanuevoturno::agendanuevoturno(db::Entorno &entorno, ui::Ventanas &ventanas)
+    : Ventana(entorno, ventanas, QStringLiteral("agendanuevoturno"), tr("Nuevo Turno"))
+{
+    construir();
+    alPulsar(elegirpaciente, [this] { pedirPaciente(QStringLiteral("elecpaci")); });
+    alPulsar(nuevopaciente, [this] { pedirPaciente(QStringLiteral("nuevopaci")); });
+    alPulsar(agregarturno, [this] { agregarTurno(); });
+    alPulsar(quitarturno, [this] { quitarTurno(); });
+    alPulsar(guardar, [this] { save(); });
+    connect(cancelar, &QPushButton::clicked, this, &QWidget::close);
+    setEnter(agregarturno, {nuevoturno});
+}
+
+bool agendanuevoturno::preparar(const ui::Pedido &pedido)
+{
+    m_doctor = pedido.datos.value(QStringLiteral("doctor")).toInt();
+    listaturnos->clear();
+    listaturnos->addItems(pedido.datos.value(QStringLiteral("turnos")).toStringList());
+    ui::cargarLista(
+        *motivo,
+        conexion(),
+        QStringLiteral("Lista Motivos Consulta"),
+        QStringLiteral("Motivo"),
+        {{tr("<Sin motivo>"), 0}});
+    elegirpaciente->setVisible(ventanas().existe(QStringLiteral("elecpaci")));
+    nuevopaciente->setVisible(ventanas().existe(QStringLiteral("nuevopaci")));
+    elegirpaciente->setFocus();
+    return true;
+}
+
+bool agendanuevoturno::hayCambios() const
+{
+    return m_nrohc != 0 || !observacionestur->toPlainText().trimmed().isEmpty();
+}
+
+void agendanuevoturno::pedirPaciente(const QString &ventana)
+{
+    ui::Pedido pedido;
+    pedido.datos = {{QStringLiteral("modo"), 2}};
+    const QPointer<agendanuevoturno> esta(this);
+    pedido.alTerminar = [esta](const QVariantMap &resultado) {
+        if (esta) {
+            esta->mostrarPaciente(
+                resultado.value(QStringLiteral("nrohc")).toInt(), resultado.value(QStringLiteral("nombre")).toString());
+        }
+    };
+    ventanas().abrir(ventana, pedido, this);
+}
+
+void agendanuevoturno::mostrarPaciente(int nrohc, const QString &nombre)
+{
+    if (nrohc == 0)
+        return;
+    m_nrohc = nrohc;
+    paciente->setText(nombre.isEmpty() ? nombrePaciente(conexion(), nrohc).value_or(QString()) : nombre);
+    motivo->setFocus();
+}
+
+QStringList agendanuevoturno::turnos() const
+{
+    QStringList lineas;
+    for (int i = 0; i < listaturnos->count(); ++i)
+        lineas << listaturnos->item(i)->text();
+    return lineas;
+}
+
+void agendanuevoturno::agregarTurno()
+{
+    const auto momento = leerTurno(nuevoturno->text());
+    if (!momento) {
+        aceptado(momento.rechazo());
+        return;
+    }
+    if (!aceptado(controlarDiaLaborable(conexion(), m_doctor, momento->date())))
+        return;
+    listaturnos->addItem(base::fechaHoraTexto(*momento));
+    nuevoturno->clear();
+    nuevoturno->setFocus();
+}
+
+void agendanuevoturno::quitarTurno() { qDeleteAll(listaturnos->selectedItems()); }
+
+void agendanuevoturno::save()
+{
+    Reserva reserva;
+    reserva.nrohc = m_nrohc;
+    reserva.doctor = m_doctor;
+    reserva.motivo = ui::idElegido(*motivo);
+    reserva.observacionestur = observacionestur->toPlainText();
+    for (const QString &linea : turnos()) {
+        const auto momento = leerTurno(linea);
+        if (!momento) {
+            aceptado(momento.rechazo());
+            return;
+        }
+        reserva.turnos.append(*momento);
+    }
+    const auto hecha = reservar(entorno(), reserva);
+    if (!hecha) {
+        aceptado(hecha.rechazo());
+        return;
+    }
+    const bool ninguno = hecha->ids.isEmpty();
+    aceptado(hecha->informe());
+    if (!ninguno)
+        terminar({{QStringLiteral("nrohc"), m_nrohc}});
+}
+
+void agendanuevoturno::construir()
+{
+    const auto boton = [this](const QString &nombre, const QString &texto, const QString &icono) {
+        auto *nuevo = new QPushButton(ui::icono(icono), texto, this);
+        nuevo->setObjectName(nombre);
+        nuevo->setAutoDefault(false);
+        return nuevo;
+    };
+    paciente = new QLabel(tr("Sin elegir"), this);
+    paciente->setObjectName(QStringLiteral("paciente"));
+    paciente->setTextFormat(Qt::PlainText);
+    QFont negrita = paciente->font();
+    negrita.setBold(true);
+    paciente->setFont(negrita);
+    elegirpaciente = boton(QStringLiteral("elegirpaciente"), tr("Elegir &paciente..."), QStringLiteral("edit-find"));
+    nuevopaciente = boton(QStringLiteral("nuevopaciente"), tr("Paciente n&uevo..."), QStringLiteral("contact-new"));
+    listaturnos = new QListWidget(this);
+    listaturnos->setObjectName(QStringLiteral("listaturnos"));
+    listaturnos->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    nuevoturno = new QLineEdit(this);
+    nuevoturno->setObjectName(QStringLiteral("nuevoturno"));
+    nuevoturno->setPlaceholderText(tr("dd/mm/aaaa hh:mm"));
+    agregarturno = boton(QStringLiteral("agregarturno"), tr("A&gregar"), QStringLiteral("list-add"));
+    quitarturno = boton(QStringLiteral("quitarturno"), tr("&Quitar"), QStringLiteral("list-remove"));
+    motivo = new QComboBox(this);
+    motivo->setObjectName(QStringLiteral("motivo"));
+    observacionestur = new QPlainTextEdit(this);
+    observacionestur->setObjectName(QStringLiteral("observacionestur"));
+    observacionestur->setTabChangesFocus(true);
+    observacionestur->setFixedHeight(4 * fontMetrics().lineSpacing());
+    guardar = boton(QStringLiteral("guardar"), tr("&Guardar"), QStringLiteral("document-save"));
+    cancelar = boton(QStringLiteral("cancelar"), tr("&Cancelar"), QStringLiteral("dialog-cancel"));
+
+    auto *botonesPaciente = new QHBoxLayout;
+    botonesPaciente->addWidget(elegirpaciente);
+    botonesPaciente->addWidget(nuevopaciente);
+    botonesPaciente->addStretch(1);
+    auto *agregado = new QHBoxLayout;
+    agregado->addWidget(nuevoturno, 1);
+    agregado->addWidget(agregarturno);
+    agregado->addWidget(quitarturno);
+
+    auto *campos = new QFormLayout;
+    campos->setSpacing(ui::espacio);
+    campos->addRow(tr("Paciente:"), paciente);
+    campos->addRow(QString(), botonesPaciente);
+    campos->addRow(tr("&Turnos:"), listaturnos);
+    campos->addRow(tr("Otra &fecha y hora:"), agregado);
+    campos->addRow(tr("&Motivo:"), motivo);
+    campos->addRow(tr("&Observaciones:"), observacionestur);
+    // The rows' own layouts carry no buddy.
+    if (auto *etiqueta = qobject_cast<QLabel *>(campos->labelForField(agregado)))
+        etiqueta->setBuddy(nuevoturno);
+
+    auto *botones = new QHBoxLayout;
+    botones->addStretch(1);
+    botones->addWidget(guardar);
+    botones->addWidget(cancelar);
+    auto *todo = new QVBoxLayout(this);
+    todo->setContentsMargins(ui::margen, ui::margen, ui::margen, ui::margen);
+    todo->addLayout(campos, 1);
+    todo->addLayout(botones);
+
+    auto *supr = new QShortcut(QKeySequence(Qt::Key_Delete), listaturnos);
+    supr->setContext(Qt::WidgetShortcut);
+    connect(supr, &QShortcut::activated, quitarturno, [this] { quitarturno->click(); });
+    resize(520, 420);
+}
+
+} // namespace agenda

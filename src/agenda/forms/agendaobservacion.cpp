@@ -1,0 +1,71 @@
+#include "agenda/forms/agendaobservacion.h"
+
+#include "agenda/CambiosTurno.h"
+#include "agenda/Textos.h"
+#include "agenda/TurnoGuardado.h"
+#include "db/Entorno.h"
+#include "ui/Estilo.h"
+#include "ui/Iconos.h"
+
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace agenda {
+
+agendaobservacion::agendaobservacion(db::Entorno &entorno, ui::Ventanas &ventanas)
+    : Ventana(entorno, ventanas, QStringLiteral("agendaobservacion"), tr("Observaciones del Turno"))
+{
+    turno = new QLabel(this);
+    turno->setObjectName(QStringLiteral("turno"));
+    turno->setTextFormat(Qt::PlainText);
+    observacionestur = new QPlainTextEdit(this);
+    observacionestur->setObjectName(QStringLiteral("observacionestur"));
+    observacionestur->setTabChangesFocus(true);
+    guardar = new QPushButton(ui::icono(QStringLiteral("document-save")), tr("&Guardar"), this);
+    guardar->setObjectName(QStringLiteral("guardar"));
+    cancelar = new QPushButton(ui::icono(QStringLiteral("dialog-cancel")), tr("&Cancelar"), this);
+    cancelar->setObjectName(QStringLiteral("cancelar"));
+
+    auto *botones = new QHBoxLayout;
+    botones->addStretch(1);
+    botones->addWidget(guardar);
+    botones->addWidget(cancelar);
+    auto *todo = new QVBoxLayout(this);
+    todo->setContentsMargins(ui::margen, ui::margen, ui::margen, ui::margen);
+    todo->addWidget(turno);
+    todo->addWidget(observacionestur, 1);
+    todo->addLayout(botones);
+    resize(460, 220);
+
+    alPulsar(guardar, [this] { save(); });
+    connect(cancelar, &QPushButton::clicked, this, &QWidget::close);
+}
+
+bool agendaobservacion::preparar(const ui::Pedido &pedido)
+{
+    const auto guardado = leerTurnoGuardado(conexion(), pedido.datos.value(QStringLiteral("id")).toLongLong());
+    if (!guardado)
+        return aceptado(registroEliminado());
+    m_id = guardado->id;
+    m_guardadas = guardado->observacionestur;
+    turno->setText(guardado->titulo());
+    observacionestur->setPlainText(m_guardadas);
+    observacionestur->moveCursor(QTextCursor::End);
+    observacionestur->setFocus();
+    return true;
+}
+
+bool agendaobservacion::hayCambios() const
+{
+    return observacionestur->toPlainText().trimmed() != m_guardadas.trimmed();
+}
+
+void agendaobservacion::save()
+{
+    if (aceptado(cambiarObservaciones(entorno(), m_id, observacionestur->toPlainText())))
+        terminar({});
+}
+
+} // namespace agenda

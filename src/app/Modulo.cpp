@@ -1,0 +1,148 @@
+#include "app/Modulo.h"
+
+#include "app/Esquema.h"
+#include "app/Setup.h"
+#include "base/Mensajes.h"
+#include "db/Connection.h"
+#include "db/Error.h"
+#include "db/ProfesionalInicial.h"
+#include "db/Upgrade.h"
+#include "db/Verificacion.h"
+
+#include <QFileInfo>
+#include <QSysInfo>
+
+namespace app {
+
+Modulo::Modulo(
+    const QString &carpetaPrograma, base::Mensajes &mensajes, const base::Clock &clock, db::Engines engines)
+    : m_carpetaPrograma(carpetaPrograma)
+    , m_mensajes(mensajes)
+    , m_clock(clock)
+    , m_engines(std::move(engines))
+{
+    while (m_carpetaPrograma.size() > 1 && (m_carpetaPrograma.endsWith(u'/') || m_carpetaPrograma.endsWith(u'\\')))
+        m_carpetaPrograma.chop(1);
+    m_destino = destinoDe({}, m_carpetaPrograma);
+}
+
+Modulo::~Modulo() = default;
+
+QString Modulo::archivoRuta() const
+{
+    return m_carpetaPrograma + QStringLiteral("/ruta.dat");
+}
+
+QString Modulo::archivoSetup() const
+{
+    return m_carpetaPrograma + QStringLiteral("/setup.dat");
+}
+
+db::Connection &Modulo::conexion()
+{
+    if (!m_conexion)
+        throw db::Error(db::Error::Kind::Closed, 0, QStringLiteral("No hay una base de datos abierta."));
+    return *m_conexion;
+}
+
+int Modulo::usuarioActual() const
+{
+    return Setup::leer(archivoSetup()).usuarioActual;
+}
+
+void Modulo::setUsuarioActual(int id)
+{
+    Setup setup = Setup::leer(archivoSetup());
+    setup.usuarioActual = id;
+    setup.guardar(archivoSetup());
+}
+
+QString Modulo::equipo() const
+{
+    const QString nombre = QSysInfo::machineHostName();
+    return nombre.isEmpty() ? QStringLiteral("Desconocido") : nombre;
+}
+
+int Modulo::segundosAgenda() const
+{
+    return Setup::segundos(Setup::leer(archivoSetup()).refrescoAgenda);
+}
+
+int Modulo::segundosMensajes() const
+{
+    return Setup::segundos(Setup::leer(archivoSetup()).controlMensajes);
+}
+
+void Modulo::leerRuta()
+{
+    m_ruta = Ruta::leer(archivoRuta());
+    m_destino = destinoDe(m_ruta, m_carpetaPrograma);
+}
+
+void Modulo::conectar()
+{
+    desconectar();
+    m_conexion = db::Connection::open(m_destino.cadenaConexion(), m_engines);
+    m_conectado = m_destino;
+}
+
+void Modulo::desconectar()
+{
+    m_conexion.reset();
+    m_preparada = false;
+}
+
+bool Modulo::verificarBase()
+{
+    m_valida = comprobar();
+    if (m_valida && m_iniciada && !m_preparada) {
+        try {
+            prepararBase();
+        } catch (const db::Error &error) {
+            db::avisarBaseDaniada(m_mensajes, error);
+            m_valida = false;
+        }
+    }
+    return m_valida;
+}
+
+bool Modulo::comprobar()
+{
+    leerRuta();
+    if (!m_destino.servidor && !QFileInfo::exists(m_destino.archivo)) {
+        db::avisarBaseAusente(m_mensajes);
+        return false;
+    }
+    try {
+        if (!m_conexion || m_conexion->moved() || m_destino != m_conectado)
+            conectar();
+    } catch (const db::Error &error) {
+        db::avisarBaseDaniada(m_mensajes, error);
+        return false;
+    }
+    return db::verificarCatalogo(*m_conexion, m_mensajes);
+}
+
+void Modulo::prepararBase()
+{
+    if (m_conexion->readOnly()) {
+        m_mensajes.fallar(
+            QStringLiteral("Error..."),
+            QStringLiteral("La Base de Datos es de sólo lectura: podrá consultarla, pero no guardar cambios. Verifique "
+                           "los permisos del archivo Datos.mdb y de su carpeta."));
+    } else {
+        if (m_destino.servidor) {
+            db::actualizarServidor(esquemaCompleto(), *m_conexion, m_mensajes);
+        } else {
+            desconectar();
+            const QString cadena = m_destino.cadenaConexion();
+            db::actualizarAccess(
+                esquemaPorRutinas(), [this, cadena] { return db::Connection::open(cadena, m_engines); }, m_mensajes);
+            conectar();
+        }
+        db::asegurarProfesional(*m_conexion, m_mensajes);
+    }
+    m_preparada = true;
+}
+
+} // namespace app

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+
+namespace db {
+class Entorno;
+}
+
+namespace app {
+
+/// What the main window does in the database beside its buttons. All throw db::Error.
+
+/// Path of the picture shown behind the windows; empty when the practice wants none or the file is not there. The first
+/// row of `Config` says whether; the file is "fondoaplicacion" in the program's folder of pictures, with the ending of
+/// a picture format or without.
+[[nodiscard]] QString fondoAplicacion(db::Entorno &entorno);
+
+void registrarIngreso(db::Entorno &entorno);
+/// Empties the statistics print table and logs the end of the session.
+void registrarCierre(db::Entorno &entorno);
+
+/// Removes the temporary user row; true when a notice is waiting for the current user.
+[[nodiscard]] bool hayAnuncio(db::Entorno &entorno);
+/// Removes the temporary rows of the print tables.
+void borrarImpresionesTemporales(db::Entorno &entorno);
+
+} // namespace app

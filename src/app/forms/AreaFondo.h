@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QMdiArea>
+#include <QPixmap>
+
+namespace app {
+
+/// The place of the windows inside the main window, with a picture behind them that fills it without being distorted.
+class AreaFondo : public QMdiArea
+{
+    Q_OBJECT
+
+public:
+    explicit AreaFondo(QWidget *parent = nullptr);
+
+    /// A file that is no picture leaves the plain ground.
+    void setFondo(const QString &archivo);
+    [[nodiscard]] bool tieneFondo() const { return !m_fondo.isNull(); }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QPixmap m_fondo;
+    QPixmap m_ajustado; ///< m_fondo in the size last painted
+};
+
+} // namespace app

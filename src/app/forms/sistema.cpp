@@ -1,0 +1,243 @@
+#include "app/forms/sistema.h"
+
+#include "app/Comprobador.h"
+#include "app/Sesion.h"
+#include "app/forms/AreaFondo.h"
+#include "app/forms/ColumnaMenu.h"
+#include "base/Clock.h"
+#include "base/Mensajes.h"
+#include "base/Rechazo.h"
+#include "db/Connection.h"
+#include "db/Entorno.h"
+#include "db/Error.h"
+#include "db/ListaDoctores.h"
+#include "ui/Ventana.h"
+#include "ui/Ventanas.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDir>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLocale>
+#include <QMdiSubWindow>
+#include <QScopedValueRollback>
+#include <QShortcut>
+#include <QStatusBar>
+
+#include <chrono>
+
+namespace app {
+
+using namespace std::chrono_literals;
+
+sistema::sistema(db::Entorno &entorno, Comprobador &comprobador, ui::Ventanas &ventanas)
+    : barra(new QStatusBar(this))
+    , tiempo(new QTimer(this))
+    , timerbackup(new QTimer(this))
+    , m_entorno(entorno)
+    , m_comprobador(comprobador)
+    , m_ventanas(ventanas)
+    , m_menu(new ColumnaMenu)
+    , m_area(new AreaFondo)
+    , m_usuario(new QLabel)
+    , m_base(new QLabel)
+    , m_fecha(new QLabel)
+{
+    setObjectName(QStringLiteral("sistema"));
+    setWindowTitle(QStringLiteral("Vastelo"));
+    resize(1280, 800);
+
+    auto *centro = new QWidget(this);
+    auto *caja = new QHBoxLayout(centro);
+    caja->setContentsMargins(0, 0, 0, 0);
+    caja->setSpacing(0);
+    caja->addWidget(m_menu);
+    caja->addWidget(m_area, 1);
+    setCentralWidget(centro);
+    m_ventanas.setArea(m_area);
+
+    barra->setObjectName(QStringLiteral("barra"));
+    setStatusBar(barra);
+    m_usuario->setObjectName(QStringLiteral("usuario"));
+    m_base->setObjectName(QStringLiteral("base"));
+    m_fecha->setObjectName(QStringLiteral("fecha"));
+    // Permanent: a passing message hides only what stands at the left of them.
+    for (QLabel *panel : {m_usuario, m_base, m_fecha}) {
+        panel->setTextFormat(Qt::PlainText);
+        panel->setContentsMargins(8, 0, 8, 0);
+        barra->addPermanentWidget(panel);
+    }
+
+    connect(m_menu, &ColumnaMenu::pulsado, this, &sistema::pulsar);
+    connect(m_area, &QMdiArea::subWindowActivated, this, [this] {
+        const QList<QMdiSubWindow *> marcos = m_area->subWindowList();
+        m_menu->setTeclas(std::none_of(
+            marcos.cbegin(), marcos.cend(), [](const QMdiSubWindow *marco) { return marco->isVisible(); }));
+    });
+    m_menu->setTeclas(true);
+    auto *irAlMenu = new QShortcut(QKeySequence(Qt::Key_F6), this);
+    connect(irAlMenu, &QShortcut::activated, m_menu, &ColumnaMenu::enfocar);
+
+    tiempo->setObjectName(QStringLiteral("tiempo"));
+    tiempo->setInterval(std::chrono::seconds(qBound(1, m_entorno.segundosMensajes(), 86'400)));
+    connect(tiempo, &QTimer::timeout, this, &sistema::revisarAnuncios);
+    timerbackup->setObjectName(QStringLiteral("timerbackup"));
+    timerbackup->setInterval(60s);
+    connect(timerbackup, &QTimer::timeout, this, &sistema::limpiar);
+
+    actualizarUsuario();
+}
+
+sistema::~sistema() = default;
+
+void sistema::actualizarUsuario()
+{
+    QString nombre;
+    if (m_comprobador.baseLista())
+        intentar([&] { nombre = db::nombreUsuarioActual(m_entorno); });
+    m_usuario->setText(QStringLiteral("Usuario Activo: ") + nombre);
+    actualizarBarra();
+}
+
+void sistema::actualizarBarra()
+{
+    QString base = tr("Sin base de datos");
+    if (m_comprobador.baseLista())
+        callado([&] {
+            base = m_entorno.conexion().dialect().kind() == db::Dialect::Kind::SqlServer
+                ? tr("Base de datos en el servidor")
+                : tr("Base de datos: %1").arg(QDir::toNativeSeparators(m_entorno.carpetaDatos()));
+        });
+    m_base->setToolTip(base);
+    m_base->setText(m_base->fontMetrics().elidedText(base, Qt::ElideMiddle, 420));
+    m_fecha->setText(QLocale().toString(m_entorno.clock().today(), QStringLiteral("dddd dd/MM/yyyy")));
+}
+
+bool sistema::intentar(const std::function<void()> &accion)
+{
+    QString descripcion;
+    try {
+        accion();
+        return true;
+    } catch (const db::Error &error) {
+        descripcion = error.description();
+    }
+    m_entorno.mensajes().fallar(base::titulo::error, descripcion);
+    return false;
+}
+
+void sistema::callado(const std::function<void()> &accion)
+{
+    try {
+        accion();
+    } catch (const db::Error &error) {
+        barra->showMessage(error.description(), 15'000);
+    }
+}
+
+void sistema::pulsar(const BotonMenu &boton)
+{
+    if (boton.hace == BotonMenu::Accion::Salir) {
+        close();
+        return;
+    }
+    const VentanasDelMenu ventanas{
+        [this](const QString &nombre) { return m_ventanas.existe(nombre); },
+        [this](const QString &nombre) { return m_ventanas.activar(nombre); },
+        [this](const QString &nombre) { return m_ventanas.abrir(nombre, {}, this) != nullptr; },
+    };
+    if (boton.hace == BotonMenu::Accion::Ayuda) {
+        if (!m_ventanas.existe(boton.ventana))
+            avisarNoDisponible(m_entorno);
+        else
+            intentar([&] { ventanas.activar(boton.ventana) || ventanas.abrir(boton.ventana); });
+        return;
+    }
+    const bool listaAntes = m_comprobador.baseLista();
+    const QScopedValueRollback ocupada(m_ocupada, true);
+    intentar([&] { m_fallaDicha = abrirDesdeMenu(m_entorno, m_comprobador, ventanas, boton) == Apertura::SinBase; });
+    if (m_comprobador.baseLista() != listaAntes)
+        iniciarSesion();
+}
+
+void sistema::revisarAnuncios()
+{
+    // After a failed check only a button tries again: a check every half minute would be a message every half minute.
+    if (m_ocupada || m_fallaDicha || !m_comprobador.baseLista())
+        return;
+    const QScopedValueRollback ocupada(m_ocupada, true);
+    if (!m_comprobador.verificarBase()) {
+        m_fallaDicha = true;
+        actualizarUsuario();
+        return;
+    }
+    callado([this] {
+        if (!hayAnuncio(m_entorno))
+            return;
+        if (m_sonido)
+            m_sonido(m_entorno.carpetaPrograma() + QStringLiteral("/chat.wav"));
+        else
+            QApplication::beep();
+        barra->showMessage(tr("Tiene un mensaje nuevo en el Chat."), 15'000);
+    });
+}
+
+void sistema::limpiar()
+{
+    actualizarBarra();
+    if (m_ocupada || m_fallaDicha || !m_comprobador.baseLista())
+        return;
+    callado([this] { borrarImpresionesTemporales(m_entorno); });
+}
+
+void sistema::showEvent(QShowEvent *event)
+{
+    QMainWindow::showEvent(event);
+    if (std::exchange(m_abierta, true))
+        return;
+    iniciarSesion();
+    tiempo->start();
+    timerbackup->start();
+}
+
+void sistema::iniciarSesion()
+{
+    actualizarUsuario();
+    if (m_iniciada || !m_comprobador.baseLista())
+        return;
+    m_iniciada = true;
+    callado([this] { m_area->setFondo(fondoAplicacion(m_entorno)); });
+    intentar([this] { registrarIngreso(m_entorno); });
+}
+
+void sistema::closeEvent(QCloseEvent *event)
+{
+    if (m_cerrando || m_ocupada) {
+        event->ignore();
+        return;
+    }
+    m_cerrando = true;
+    if (m_ventanas.cerrarTodas()) {
+        tiempo->stop();
+        timerbackup->stop();
+        cerrarSesion();
+        event->accept();
+    } else {
+        event->ignore();
+    }
+    m_cerrando = false;
+}
+
+void sistema::cerrarSesion()
+{
+    if (!m_entorno.esClienteDeRed())
+        m_entorno.mensajes().advertir(
+            QStringLiteral("Importante!!"),
+            QStringLiteral("IMPORTANTE: Recuerde que el programa de esta PC (servidor) debe cerrarse después que el "
+                           "programa de todas las terminales."));
+    if (m_comprobador.baseLista())
+        intentar([this] { registrarCierre(m_entorno); });
+}
+
+} // namespace app

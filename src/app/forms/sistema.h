@@ -1,0 +1,81 @@
+#pragma once
+
+#include "app/MenuPrincipal.h"
+
+#include <QMainWindow>
+#include <QTimer>
+
+#include <functional>
+
+class QLabel;
+class QStatusBar;
+
+namespace db {
+class Entorno;
+}
+namespace ui {
+class Ventanas;
+}
+
+namespace app {
+
+class AreaFondo;
+class ColumnaMenu;
+class Comprobador;
+
+/// The frame of the whole system: menu column, the place of the other windows, status bar and the periodic work. Works
+/// without a database as far as to say so at each button.
+class sistema : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// Called with the path of the sound of a new notice.
+    using Sonido = std::function<void(const QString &archivo)>;
+
+    sistema(db::Entorno &entorno, Comprobador &comprobador, ui::Ventanas &ventanas);
+    ~sistema() override;
+
+    /// Shows the current user's name, and where the database is, in the status bar.
+    void actualizarUsuario();
+    /// Plays the sound of a notice; without one the computer beeps.
+    void setSonido(Sonido sonido) { m_sonido = std::move(sonido); }
+
+    QStatusBar *barra;
+    QTimer *tiempo; ///< notices of the chat
+    QTimer *timerbackup; ///< temporary print rows
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void pulsar(const BotonMenu &boton);
+    void revisarAnuncios();
+    void limpiar();
+    /// Once, as soon as there is a database: background picture and log entry.
+    void iniciarSesion();
+    void cerrarSesion();
+    void actualizarBarra();
+    /// Runs an action; a db::Error is shown and yields false.
+    bool intentar(const std::function<void()> &accion);
+    /// Runs periodic work: nobody asked for it, so that its failure is told once, in the status bar.
+    void callado(const std::function<void()> &accion);
+
+    db::Entorno &m_entorno;
+    Comprobador &m_comprobador;
+    ui::Ventanas &m_ventanas;
+    Sonido m_sonido;
+    ColumnaMenu *m_menu;
+    AreaFondo *m_area;
+    QLabel *m_usuario;
+    QLabel *m_base;
+    QLabel *m_fecha;
+    bool m_abierta = false;
+    bool m_iniciada = false; ///< the start of the session is in the log
+    bool m_cerrando = false;
+    bool m_ocupada = false; ///< a press or a tick is under way, perhaps behind a message box
+    bool m_fallaDicha = false; ///< the check failed and the person knows
+};
+
+} // namespace app

@@ -1,0 +1,70 @@
+#include "db/EsquemaNucleo.h"
+
+#include "db/Declarar.h"
+
+namespace db {
+
+using namespace declarar;
+
+namespace {
+
+// One row; the last one counts when an old file holds more. It has no counter: nothing refers to it.
+Table config()
+{
+    return tabla(
+        "Config",
+        textos(100, "NomDoc") + con(0, largos("UltimoPaci")) + memos("encabezadogeneral encabezadopaciente")
+            + banderas("encabezadoimagen hacerbackupautomatico fondoaplicacion")
+            // Number of days added to the last period to reach the probable delivery date.
+            + con(280, enteros("sumfpp"))
+            // 1 makes the strict rules of the patient file apply.
+            + con(0, enteros("forzarguardarpaci tipoformunewpaci tipohojarecibo"))
+            + banderas("forzarcantidadsesiones forzarpractica forzarderivador forzarusuario forzarusuarioclave "
+                       "forzarmotivo forzarnumeorden pagocaja versaldoanioactual bloquearcostos actualizarstock "
+                       "nuidhc selecusuario")
+            // First day of the week in the agenda's calendars, 0 Sunday.
+            + con(0, enteros("primerdiaagendaturnos imprimirturnos")) + memos("plantillaagenda")
+            + con(20, enteros(serie("durtur", 2, 7))) + textos(20, "versionprograma") + textos(50, "reemplazoid")
+            + textos(20, "prefijohc numerohc"));
+}
+
+Table listaDoctores()
+{
+    Table table = tabla(
+        "Lista Doctores",
+        contador() + textos(100, "NomDoc Especialidad") + textos(50, "Matricula") + textos(100, "Domi Locali")
+            + textos(50, "Tel Teltempo TelSinUso") + con(0, largos("Prioridad")) + memos("Descripcion")
+            + con(0, enteros("tipo") + largos("medisecre") + enteros("tipoespecialidadactiva ventanainicio"))
+            + banderas("cie10")
+            // Whoever worked before the column existed saw every consultation.
+            + con(-1, banderas("verotrasconsultas")) + banderas("verfichareducida verestadisticareducida")
+            + memos("encabezadocli anuncio") + textos(50, "claveusuario")
+            + banderas("administrador accesoparcialpaciente aplicaraturnos moduloweb")
+            + con(
+                -1,
+                banderas("accesocrearpaciente accesomodificarpaciente accesoeliminarpaciente accesopediatria "
+                         "accesoginecologia accesoagregarconsulta accesoeliminarconsulta accesolistados "
+                         "accesoagendas accesorecursos accesocaja accesoestadisticas accesoconfiguracion "
+                         "accesobackup accesored accesoeliminarturnos accesooftalmologia accesoodontologia "
+                         "accesoasignarturno accesomodificarturno accesoestudios accesocirugias accesoordenes "
+                         "accesocertificados accesocontable accesopagos accesohistorial accesolistaordenes "
+                         "accesocambiarusuario"))
+            + con(0, enteros(serie("accesodirecto", 1, 10, 2))));
+    // A new computer begins with user 20: the first professional of a new database.
+    table.counterStart = 19;
+    return table;
+}
+
+Table historial()
+{
+    return tabla(
+        "Historial",
+        fechas("fecha") + textos(100, "equipo") + largos("iddoctor") + textos(150, "ventana") + memos("accion"),
+        {indice("fecha")});
+}
+
+} // namespace
+
+Schema esquemaNucleo() { return {{config(), listaDoctores(), lista("Lista Especialidades"), historial()}}; }
+
+} // namespace db

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "db/Schema.h"
+
+namespace db {
+
+/// The tables that every part of the system consults: `Config`, `Lista Doctores`, `Lista Especialidades`, `Historial`.
+[[nodiscard]] Schema esquemaNucleo();
+
+} // namespace db

@@ -1,0 +1,56 @@
+#include "app/Arranque.h"
+#include "app/Carpetas.h"
+#include "app/Modulo.h"
+#include "app/Opciones.h"
+#include "app/forms/Composicion.h"
+#include "app/forms/sistema.h"
+#include "base/Clock.h"
+#include "db/Engine.h"
+#include "demo/Demo.h"
+#include "ui/MensajesQt.h"
+#include "ui/Preferencias.h"
+#include "ui/Aplicacion.h"
+#include "ui/Ventanas.h"
+
+#include <QApplication>
+
+#include <cstdio>
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication::setApplicationName(QStringLiteral("Vastelo"));
+    QCoreApplication::setApplicationVersion(QString::fromLatin1(app::Modulo::version));
+
+    // Help and version are printed without a screen.
+    const app::Opciones opciones = app::leerOpciones(argc, argv);
+    if (!opciones.salida.isEmpty()) {
+        std::fputs(opciones.salida.toLocal8Bit().constData(), opciones.error ? stderr : stdout);
+        return opciones.error ? 2 : 0;
+    }
+
+    QApplication application(argc, argv);
+    ui::prepararAplicacion(application);
+
+    ui::MensajesQt mensajes;
+    const base::SystemClock clock;
+    const auto carpeta = app::carpetaDePrograma(opciones, QCoreApplication::applicationDirPath());
+    if (!carpeta) {
+        mensajes.fallar(carpeta.rechazo().titulo, carpeta.rechazo().texto);
+        return 1;
+    }
+    ui::Preferencias::usarArchivo(*carpeta + QStringLiteral("/ventanas.ini"));
+
+    app::Modulo modulo(*carpeta, mensajes, clock, db::Engines::standard());
+    ui::Ventanas ventanas;
+    app::registrarVentanas(modulo, ventanas);
+
+    app::Arranque arranque(modulo, &app::Arranque::lanzar);
+    if (opciones.demo)
+        arranque.setAlPreparar([&] { demo::llenarSiVacia(modulo.conexion(), clock.today()); });
+    // The login window is not part of this version: whoever starts works as the current user.
+    (void)arranque.iniciar();
+
+    app::sistema sistema(modulo, modulo, ventanas);
+    sistema.show();
+    return QApplication::exec();
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+
+namespace db {
+class Connection;
+}
+
+namespace patients {
+
+/// Prefix and number as the practice shows them: the trimmed prefix followed by the number padded with zeros to six
+/// digits. A longer number stays whole, one that is not made of digits stays as it is, an empty one leaves the prefix.
+[[nodiscard]] QString componerNumeroHistoria(const QString &prefijo, const QString &numero);
+
+/// The clinical-history number generated from `prefijohc` and `numerohc`, whether or not some patient has it.
+[[nodiscard]] QString numeroHistoriaGenerado(db::Connection &conexion);
+
+/// Adds one to `numerohc`, written back as plain digits. False, and nothing changes, when it is empty or no number:
+/// then no numbers are counted.
+bool avanzarNumeroHistoria(db::Connection &conexion);
+
+/// The `NroHC` that the next patient would get: `UltimoPaci` + 1, or the number after the highest in use when that one
+/// belongs to a patient already (counters of imported or damaged files).
+[[nodiscard]] int proximoNroHC(db::Connection &conexion);
+
+/// Takes that number and writes it to `UltimoPaci`. Belongs inside the transaction that inserts the patient.
+[[nodiscard]] int tomarNroHC(db::Connection &conexion);
+
+} // namespace patients

@@ -1,0 +1,98 @@
+#include "ui/Estilo.h"
+
+#include "ui/Iconos.h"
+
+#include <QAbstractSlider>
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QComboBox>
+#include <QPalette>
+#include <QStyleFactory>
+#include <QWheelEvent>
+
+namespace ui {
+
+namespace {
+
+/// Wheel over a field without focus scrolls the form around it instead.
+class RuedaQuieta : public QObject
+{
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject *objeto, QEvent *event) override
+    {
+        if (event->type() != QEvent::Wheel)
+            return false;
+        auto *campo = qobject_cast<QWidget *>(objeto);
+        const bool cambia = qobject_cast<QComboBox *>(campo) || qobject_cast<QAbstractSpinBox *>(campo);
+        if (!cambia || campo->hasFocus())
+            return false;
+        event->ignore();
+        return true;
+    }
+};
+
+struct Tonos {
+    const char *ventana, *base, *alterno, *texto, *tenue, *boton, *resalte, *textoResalte, *borde, *enlace;
+};
+
+constexpr Tonos claro{
+    "#f3f5f6", "#ffffff", "#f6f8fa", "#1f2933", "#66727f", "#e9edf0", "#2f7fb5", "#ffffff", "#c3ccd4", "#1c6ca1"};
+constexpr Tonos oscuro{
+    "#24292e", "#1c2024", "#21262a", "#e4e8eb", "#98a2ab", "#30363c", "#3481b8", "#ffffff", "#48525b", "#6db3e2"};
+
+QPalette paletaDe(const Tonos &t)
+{
+    QPalette paleta;
+    paleta.setColor(QPalette::Window, QColor(t.ventana));
+    paleta.setColor(QPalette::WindowText, QColor(t.texto));
+    paleta.setColor(QPalette::Base, QColor(t.base));
+    paleta.setColor(QPalette::AlternateBase, QColor(t.alterno));
+    paleta.setColor(QPalette::Text, QColor(t.texto));
+    paleta.setColor(QPalette::PlaceholderText, QColor(t.tenue));
+    paleta.setColor(QPalette::Button, QColor(t.boton));
+    paleta.setColor(QPalette::ButtonText, QColor(t.texto));
+    paleta.setColor(QPalette::ToolTipBase, QColor(t.base));
+    paleta.setColor(QPalette::ToolTipText, QColor(t.texto));
+    paleta.setColor(QPalette::Highlight, QColor(t.resalte));
+    paleta.setColor(QPalette::HighlightedText, QColor(t.textoResalte));
+    paleta.setColor(QPalette::Link, QColor(t.enlace));
+    paleta.setColor(QPalette::Mid, QColor(t.borde));
+    for (const QPalette::ColorRole papel : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        paleta.setColor(QPalette::Disabled, papel, QColor(t.tenue));
+    paleta.setColor(QPalette::Disabled, QPalette::Base, QColor(t.ventana));
+    paleta.setColor(QPalette::Disabled, QPalette::Highlight, QColor(t.borde));
+    paleta.setColor(QPalette::Inactive, QPalette::Highlight, QColor(t.resalte).lighter(125));
+    return paleta;
+}
+
+} // namespace
+
+QColor color::error() { return paletaOscura() ? QColor(0xff, 0x8a, 0x80) : QColor(0xb3, 0x26, 0x1e); }
+
+QColor color::tenue() { return QColor((paletaOscura() ? oscuro : claro).tenue); }
+
+void aplicarEstilo(QApplication &aplicacion)
+{
+    const bool noche = paletaOscura();
+    const Tonos &t = noche ? oscuro : claro;
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setPalette(paletaDe(t));
+
+    QFont letra = QApplication::font();
+    letra.setPointSizeF(10);
+    QApplication::setFont(letra);
+
+    // Only what the palette cannot say: the style itself paints all controls.
+    aplicacion.setStyleSheet(QStringLiteral(R"(
+        QLineEdit[invalido="true"] { border: 1px solid %1; border-radius: 2px; padding: 2px; }
+        QToolTip { border: 1px solid %2; padding: 3px; }
+        QStatusBar::item { border: none; }
+        QGroupBox { font-weight: bold; }
+    )")
+                                 .arg(color::error().name(), QLatin1String(t.borde)));
+    aplicacion.installEventFilter(new RuedaQuieta(&aplicacion));
+}
+
+} // namespace ui

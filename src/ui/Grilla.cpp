@@ -1,0 +1,290 @@
+#include "ui/Grilla.h"
+
+#include "ui/Preferencias.h"
+#include "ui/Ventana.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace ui {
+
+namespace {
+
+Ventana *ventanaDe(const QWidget *widget)
+{
+    for (QWidget *w = widget->parentWidget(); w; w = w->parentWidget())
+        if (auto *ventana = qobject_cast<Ventana *>(w))
+            return ventana;
+    return nullptr;
+}
+
+QString enUnaLinea(QString texto)
+{
+    for (QChar &c : texto)
+        if (c == u'\t' || c == u'\n' || c == u'\r')
+            c = u' ';
+    return texto;
+}
+
+QString campoCsv(QString texto)
+{
+    const bool comillas = std::any_of(
+        texto.cbegin(), texto.cend(), [](QChar c) { return c == u';' || c == u'"' || c == u'\n' || c == u'\r'; });
+    return comillas ? u'"' + texto.replace(u'"', QStringLiteral("\"\"")) + u'"' : texto;
+}
+
+} // namespace
+
+Grilla::Grilla(const QString &nombre, const QString &encabezado, QWidget *parent)
+    : QTableView(parent)
+    , m_modelo(new ModeloGrilla(leerEncabezado(encabezado), this))
+{
+    setObjectName(nombre);
+    setModel(m_modelo);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(ExtendedSelection);
+    setEditTriggers(NoEditTriggers);
+    setWordWrap(false);
+    setShowGrid(false);
+    setAlternatingRowColors(true);
+    setTabKeyNavigation(false);
+    setHorizontalScrollMode(ScrollPerPixel);
+
+    verticalHeader()->hide();
+    verticalHeader()->setMinimumSectionSize(0);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+
+    QHeaderView *titulos = horizontalHeader();
+    titulos->setHighlightSections(false);
+    titulos->setStretchLastSection(true);
+    titulos->setSortIndicatorClearable(true);
+    titulos->setSortIndicator(-1, Qt::AscendingOrder); // as read until a title is clicked
+    setSortingEnabled(true);
+    for (int i = 0; i < m_modelo->columnCount(); ++i)
+        setColumnHidden(i, m_modelo->columnas()[size_t(i)].caracteres == 0);
+    connect(titulos, &QHeaderView::sectionResized, this, [this](int columna) {
+        if (m_anchosPuestos && !m_recargando && columna != m_modelo->columnCount() - 1)
+            m_anchosCambiados = true;
+    });
+    connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex &index) { emit activada(index.row()); });
+}
+
+Grilla::~Grilla()
+{
+    if (!m_anchosCambiados)
+        return;
+    QStringList anchos;
+    for (int i = 0; i < m_modelo->columnCount(); ++i)
+        anchos << QString::number(columnWidth(i));
+    Preferencias::guardar(claveAnchos(), anchos.join(u','));
+}
+
+QString Grilla::claveAnchos() const
+{
+    const Ventana *ventana = ventanaDe(this);
+    return QStringLiteral("anchos/") + (ventana ? ventana->objectName() + u'.' : QString()) + objectName();
+}
+
+void Grilla::ponerAnchos()
+{
+    const QFontMetrics letra = horizontalHeader()->fontMetrics();
+    const QStringList guardados = Preferencias::leer(claveAnchos()).split(u',', Qt::SkipEmptyParts);
+    const bool valen = guardados.size() == m_modelo->columnCount();
+    for (int i = 0; i < m_modelo->columnCount(); ++i) {
+        const ColumnaGrilla &columna = m_modelo->columnas()[size_t(i)];
+        if (columna.caracteres == 0)
+            continue;
+        const int guardado = valen ? guardados[i].toInt() : 0;
+        // Room beside the title for the mark of the order.
+        const int propio
+            = qMax(columna.caracteres * letra.averageCharWidth(), letra.horizontalAdvance(columna.titulo)) + 24;
+        setColumnWidth(i, guardado > 0 ? qMin(guardado, 4000) : propio);
+    }
+}
+
+void Grilla::showEvent(QShowEvent *event)
+{
+    // Only here the window whose name the widths carry, and the font, are known.
+    if (!m_anchosPuestos) {
+        ponerAnchos();
+        m_anchosPuestos = true;
+    }
+    QTableView::showEvent(event);
+}
+
+int Grilla::filaActual() const
+{
+    const QModelIndex actual = currentIndex();
+    return actual.isValid() && selectionModel()->isSelected(actual) ? actual.row() : -1;
+}
+
+qint64 Grilla::claveActual() const { return m_modelo->clave(filaActual()); }
+
+std::vector<int> Grilla::filasElegidas() const
+{
+    std::vector<int> filas;
+    for (const QItemSelectionRange &tramo : selectionModel()->selection())
+        for (int fila = tramo.top(); fila <= tramo.bottom(); ++fila)
+            filas.push_back(fila);
+    std::sort(filas.begin(), filas.end());
+    filas.erase(std::unique(filas.begin(), filas.end()), filas.end());
+    return filas;
+}
+
+std::vector<qint64> Grilla::clavesElegidas() const
+{
+    std::vector<qint64> claves;
+    for (const int fila : filasElegidas())
+        claves.push_back(m_modelo->clave(fila));
+    return claves;
+}
+
+void Grilla::elegirClave(qint64 clave) { elegirFila(m_modelo->filaDe(clave)); }
+
+void Grilla::elegirFila(int fila)
+{
+    if (fila < 0 || fila >= m_modelo->rowCount()) {
+        selectionModel()->clear();
+        return;
+    }
+    int columna = 0;
+    while (columna < m_modelo->columnCount() - 1 && isColumnHidden(columna))
+        ++columna;
+    const QModelIndex index = m_modelo->index(fila, columna);
+    selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    scrollTo(index);
+}
+
+void Grilla::recargar(const std::function<void()> &cambio)
+{
+    const int filaAntes = filaActual();
+    const qint64 claveAntes = claveActual();
+    const std::vector<qint64> elegidasAntes = clavesElegidas();
+    const int vertical = verticalScrollBar()->value(), horizontal = horizontalScrollBar()->value();
+
+    m_recargando = true;
+    cambio();
+    if (claveAntes != 0)
+        if (const int fila = m_modelo->filaDe(claveAntes); fila >= 0)
+            elegirFila(fila);
+    if (elegidasAntes.size() > 1) {
+        const std::unordered_set<qint64> buscadas(elegidasAntes.begin(), elegidasAntes.end());
+        QItemSelection elegidas;
+        for (int fila = 0, n = m_modelo->rowCount(); fila < n; ++fila)
+            if (const qint64 clave = m_modelo->clave(fila); clave != 0 && buscadas.contains(clave))
+                elegidas.select(m_modelo->index(fila, 0), m_modelo->index(fila, m_modelo->columnCount() - 1));
+        selectionModel()->select(elegidas, QItemSelectionModel::Select);
+    }
+    // The scroll bars learn the new number of rows only with the layout that is still pending.
+    executeDelayedItemsLayout();
+    updateGeometries();
+    verticalScrollBar()->setValue(vertical);
+    horizontalScrollBar()->setValue(horizontal);
+    m_recargando = false;
+
+    if (filaActual() != filaAntes || claveActual() != claveAntes)
+        emit filaCambiada(filaActual());
+}
+
+void Grilla::mostrar(db::Rows rows, int primera)
+{
+    recargar([&] { m_modelo->setRows(std::move(rows), primera); });
+}
+
+void Grilla::mostrar(std::vector<QStringList> filas, std::vector<qint64> claves)
+{
+    recargar([&] { m_modelo->setTextos(std::move(filas), std::move(claves)); });
+}
+
+void Grilla::currentChanged(const QModelIndex &current, const QModelIndex &previous)
+{
+    QTableView::currentChanged(current, previous);
+    if (!m_recargando && current.row() != previous.row())
+        emit filaCambiada(current.row());
+}
+
+QString Grilla::comoTexto(bool soloElegidas) const
+{
+    QStringList lineas;
+    const auto linea = [this, &lineas](auto celda) {
+        QStringList celdas;
+        for (int columna = 0; columna < m_modelo->columnCount(); ++columna)
+            if (!isColumnHidden(columna))
+                celdas << enUnaLinea(celda(columna));
+        lineas << celdas.join(u'\t');
+    };
+    const auto fila = [&](int row) { linea([&](int columna) { return m_modelo->textoCelda(row, columna); }); };
+    if (soloElegidas) {
+        for (const int row : filasElegidas())
+            fila(row);
+    } else {
+        linea([this](int columna) { return m_modelo->columnas()[size_t(columna)].titulo; });
+        for (int row = 0, n = m_modelo->rowCount(); row < n; ++row)
+            fila(row);
+    }
+    return lineas.join(u'\n');
+}
+
+QString Grilla::comoCsv() const
+{
+    QString csv;
+    const auto linea = [this, &csv](auto celda) {
+        bool primera = true;
+        for (int columna = 0; columna < m_modelo->columnCount(); ++columna) {
+            if (isColumnHidden(columna))
+                continue;
+            if (!std::exchange(primera, false))
+                csv += u';';
+            csv += campoCsv(celda(columna));
+        }
+        csv += QStringLiteral("\r\n");
+    };
+    linea([this](int columna) { return m_modelo->columnas()[size_t(columna)].titulo; });
+    for (int row = 0, n = m_modelo->rowCount(); row < n; ++row)
+        linea([&](int columna) { return m_modelo->textoCelda(row, columna); });
+    return csv;
+}
+
+void Grilla::keyPressEvent(QKeyEvent *event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (event->matches(QKeySequence::Copy)) {
+        QApplication::clipboard()->setText(comoTexto(true));
+        event->accept();
+    } else if (enter && filaActual() >= 0) {
+        event->accept();
+        emit activada(filaActual());
+    } else if (enter || event->key() == Qt::Key_Escape) {
+        event->ignore();
+    } else {
+        QTableView::keyPressEvent(event);
+    }
+}
+
+void Grilla::contextMenuEvent(QContextMenuEvent *event)
+{
+    QMenu menu;
+    QAction *copiar = menu.addAction(tr("Copiar"));
+    copiar->setEnabled(selectionModel()->hasSelection());
+    QAction *todo = menu.addAction(tr("Copiar toda la lista"));
+    Ventana *ventana = ventanaDe(this);
+    QAction *exportar = ventana ? menu.addAction(tr("Exportar la lista...")) : nullptr;
+    const QAction *elegida = menu.exec(event->globalPos());
+    if (!elegida)
+        return;
+    if (elegida == exportar)
+        ventana->exportar(*this);
+    else if (elegida == copiar || elegida == todo)
+        QApplication::clipboard()->setText(comoTexto(elegida == copiar));
+}
+
+} // namespace ui

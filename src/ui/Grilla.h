@@ -1,0 +1,65 @@
+#pragma once
+
+#include "ui/ModeloGrilla.h"
+
+#include <QTableView>
+
+namespace ui {
+
+/// The grid of every list: keeps the selected key across a reload, copies its selection (Ctrl+C) as tab-separated text,
+/// exports all rows, remembers column widths under its window's and its own object name. A click on a title sorts, a
+/// third one gives back the order read. Every row is one line high.
+class Grilla : public QTableView
+{
+    Q_OBJECT
+
+public:
+    Grilla(const QString &nombre, const QString &encabezado, QWidget *parent = nullptr);
+    ~Grilla() override;
+
+    [[nodiscard]] ModeloGrilla &modelo() const { return *m_modelo; }
+    /// Shown row that is current and selected; -1 for none.
+    [[nodiscard]] int filaActual() const;
+    /// Key of the current row; 0 when none is selected.
+    [[nodiscard]] qint64 claveActual() const;
+    /// Keys of the selected rows, from top to bottom.
+    [[nodiscard]] std::vector<qint64> clavesElegidas() const;
+    /// Selects that row alone; none when the key is not shown.
+    void elegirClave(qint64 clave);
+    void elegirFila(int fila);
+
+    /// As setRows()/setTextos() of the model, keeping selected keys and scroll position. A row that is gone leaves
+    /// nothing selected, so that no action meets another one.
+    void mostrar(db::Rows rows, int primera = 0);
+    void mostrar(std::vector<QStringList> filas, std::vector<qint64> claves);
+
+    /// The selected rows, or all rows under their titles, tab-separated; tabs and line breaks within a cell are blanks.
+    [[nodiscard]] QString comoTexto(bool soloElegidas) const;
+    /// All rows under their titles as CSV: semicolons, quotes doubled. Hidden columns are left out.
+    [[nodiscard]] QString comoCsv() const;
+
+signals:
+    /// Enter or double click on a (shown) row.
+    void activada(int fila);
+    /// The current row is another one, or the same at another place; -1 for none.
+    void filaCambiada(int fila);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+
+private:
+    void recargar(const std::function<void()> &cambio);
+    void ponerAnchos();
+    [[nodiscard]] QString claveAnchos() const;
+    [[nodiscard]] std::vector<int> filasElegidas() const;
+
+    ModeloGrilla *m_modelo;
+    bool m_recargando = false;
+    bool m_anchosPuestos = false;
+    bool m_anchosCambiados = false;
+};
+
+} // namespace ui

@@ -1,0 +1,224 @@
+#include "ui/Ventana.h"
+
+#include "base/Mensajes.h"
+#include "db/Entorno.h"
+#include "db/Error.h"
+#include "ui/Grilla.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QSaveFile>
+#include <QTabWidget>
+
+namespace ui {
+
+namespace {
+
+/// Turns over every tab page that hides `campo`.
+void descubrir(QWidget *campo)
+{
+    for (QWidget *hijo = campo; hijo; hijo = hijo->parentWidget())
+        if (auto *solapas = qobject_cast<QTabWidget *>(hijo))
+            for (int i = 0; i < solapas->count(); ++i)
+                if (solapas->widget(i)->isAncestorOf(campo))
+                    solapas->setCurrentIndex(i);
+}
+
+} // namespace
+
+Ventana::Ventana(db::Entorno &entorno, Ventanas &ventanas, const QString &nombre, const QString &titulo)
+    : m_entorno(entorno)
+    , m_ventanas(ventanas)
+{
+    setObjectName(nombre);
+    setWindowTitle(titulo);
+}
+
+bool Ventana::preparar(const Pedido &) { return true; }
+
+bool Ventana::recibir(const Pedido &pedido)
+{
+    const Pedido anterior = std::exchange(m_pedido, pedido);
+    bool dispuesta = false;
+    intentar([&] { dispuesta = preparar(pedido); });
+    if (!dispuesta)
+        m_pedido = anterior;
+    return dispuesta;
+}
+
+void Ventana::actualizar()
+{
+    intentar([this] { refrescar(); });
+}
+
+db::Connection &Ventana::conexion() const { return m_entorno.conexion(); }
+
+bool Ventana::intentar(const std::function<void()> &accion)
+{
+    QString descripcion;
+    try {
+        accion();
+        return true;
+    } catch (const db::Error &error) {
+        descripcion = error.description();
+    } catch (const std::exception &) {
+        descripcion = tr("No se pudo completar la acción.");
+    }
+    m_entorno.mensajes().fallar(base::titulo::error, descripcion);
+    return false;
+}
+
+void Ventana::alPulsar(QAbstractButton *boton, const std::function<void()> &accion)
+{
+    connect(boton, &QAbstractButton::clicked, this, [this, accion] { intentar(accion); });
+}
+
+void Ventana::setEnter(QAbstractButton *boton, const QList<QWidget *> &campos)
+{
+    m_botonEnter = boton;
+    m_camposEnter = campos;
+}
+
+bool Ventana::aceptado(const base::Control &control)
+{
+    if (!control)
+        return true;
+    m_entorno.mensajes().mensaje(control->titulo, control->texto, control->icono);
+    if (auto *campo = control->campo.isEmpty() ? nullptr : findChild<QWidget *>(control->campo)) {
+        descubrir(campo);
+        campo->setFocus(Qt::OtherFocusReason);
+        if (auto *linea = qobject_cast<QLineEdit *>(campo))
+            linea->selectAll();
+    }
+    return false;
+}
+
+void Ventana::terminar(const QVariantMap &resultado)
+{
+    const auto alTerminar = std::exchange(m_pedido.alTerminar, {});
+    m_terminando = true;
+    close();
+    emit terminada(resultado);
+    if (alTerminar)
+        intentar([&] { alTerminar(resultado); });
+}
+
+void Ventana::exportar(const Grilla &grilla)
+{
+    const auto destino = m_entorno.mensajes().elegirDestino(
+        tr("Exportar"), windowTitle() + QStringLiteral(".csv"), tr("Planilla (*.csv)"));
+    if (!destino)
+        return;
+    QSaveFile archivo(*destino);
+    // The mark makes spreadsheets read the accents right.
+    const bool escrito = archivo.open(QIODevice::WriteOnly)
+        && archivo.write("\xEF\xBB\xBF" + grilla.comoCsv().toUtf8()) > 0 && archivo.commit();
+    if (!escrito)
+        m_entorno.mensajes().fallar(
+            base::titulo::error, tr("No se pudo escribir el archivo: %1").arg(archivo.errorString()));
+}
+
+void Ventana::closeEvent(QCloseEvent *event)
+{
+    if (m_preguntando) {
+        event->ignore();
+        return;
+    }
+    bool perderia = false;
+    if (!m_terminando)
+        intentar([&] { perderia = hayCambios(); });
+    if (perderia) {
+        m_preguntando = true;
+        const bool cerrar = m_entorno.mensajes().pregunta(
+            base::titulo::atencion, tr("Hay datos sin guardar. ¿Desea cerrar la ventana de todos modos?"), false);
+        m_preguntando = false;
+        if (!cerrar) {
+            event->ignore();
+            return;
+        }
+    }
+    event->accept();
+    emit cerrada();
+}
+
+void Ventana::keyPressEvent(QKeyEvent *event)
+{
+    const bool ctrl = event->modifiers() == Qt::ControlModifier;
+    const bool sola = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    bool hecho = true;
+    switch (event->key()) {
+    case Qt::Key_Escape: hecho = sola; break;
+    case Qt::Key_S: hecho = ctrl && pulsar(QStringLiteral("guardar")); break;
+    case Qt::Key_N: hecho = ctrl && pulsar(QStringLiteral("nuevo")); break;
+    case Qt::Key_P: hecho = ctrl && pulsar(QStringLiteral("imprimir")); break;
+    case Qt::Key_Delete:
+        hecho = sola && qobject_cast<QAbstractItemView *>(focusWidget()) && pulsar(QStringLiteral("eliminar"));
+        break;
+    case Qt::Key_F5:
+        hecho = sola;
+        if (sola)
+            actualizar();
+        break;
+    case Qt::Key_F1:
+        if (const QString texto = ayuda(); sola && !texto.isEmpty())
+            m_entorno.mensajes().informar(tr("Ayuda"), texto);
+        else
+            hecho = false;
+        break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter: hecho = sola && alEnter(); break;
+    default: hecho = false;
+    }
+    if (!hecho) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+    if (event->key() == Qt::Key_Escape)
+        close();
+}
+
+bool Ventana::pulsar(const QString &nombre)
+{
+    auto *boton = findChild<QAbstractButton *>(nombre);
+    if (!boton || !boton->isVisibleTo(this) || !boton->isEnabled())
+        return false;
+    // Fields commit what is being typed when they lose the focus; the person goes on typing where she was.
+    const QPointer<QWidget> antes(focusWidget());
+    boton->setFocus(Qt::ShortcutFocusReason);
+    const QPointer<QWidget> propio(focusWidget());
+    boton->click();
+    if (antes && focusWidget() == propio && isVisible())
+        antes->setFocus(Qt::OtherFocusReason);
+    return true;
+}
+
+bool Ventana::alEnter()
+{
+    QWidget *campo = focusWidget();
+    if (!campo)
+        return false;
+    if (auto *boton = qobject_cast<QAbstractButton *>(campo)) {
+        boton->click();
+        return true;
+    }
+    const bool deEnter = m_camposEnter.isEmpty()
+        || std::any_of(m_camposEnter.cbegin(), m_camposEnter.cend(), [campo](const QWidget *suyo) {
+                             return suyo == campo || suyo->isAncestorOf(campo);
+                         });
+    if (m_botonEnter && deEnter && m_botonEnter->isEnabled()) {
+        m_botonEnter->click();
+        return true;
+    }
+    const bool deLinea = qobject_cast<QLineEdit *>(campo) || qobject_cast<QComboBox *>(campo)
+        || qobject_cast<QAbstractSpinBox *>(campo);
+    return deLinea && focusNextChild();
+}
+
+} // namespace ui

@@ -1,0 +1,218 @@
+#include "app/Esquema.h"
+#include "db/Declarar.h"
+#include "db/Error.h"
+#include "db/SentenciasServidor.h"
+#include "db/Upgrade.h"
+#include "support/MensajesGuionados.h"
+#include "support/Prueba.h"
+
+using namespace db::declarar;
+
+namespace {
+
+/// A server that only keeps its catalog: it answers the questions about tables and columns, writes down every statement
+/// and can be told to refuse some.
+class ServidorDePapel final : public db::Engine
+{
+public:
+    QVector<QPair<QString, QString>> columnas;
+    QStringList sentencias;
+    QString rechaza;
+
+    db::Dialect::Kind dialect() const override { return db::Dialect::Kind::SqlServer; }
+    db::Rows query(const QString &sql, const db::Params &) override
+    {
+        db::ResultSet::Builder builder({{"TABLE_NAME"}, {"COLUMN_NAME"}});
+        const bool all = !sql.contains("WHERE");
+        if (!all)
+            sentencias << sql;
+        for (const auto &[table, column] : columnas) {
+            if (!all && !sql.contains(QStringLiteral("COLUMN_NAME = '%1' and TABLE_NAME = '%2'").arg(column, table)))
+                continue;
+            builder.addText(table.toUtf8());
+            builder.addText(column.toUtf8());
+            builder.endRow();
+        }
+        return builder.finish();
+    }
+    int execute(const QString &sql, const db::Params &) override
+    {
+        if (!rechaza.isEmpty() && sql.contains(rechaza))
+            throw db::Error(db::Error::Kind::General, 1, "rechazada");
+        sentencias << sql;
+        return 0;
+    }
+    qint64 insertedId() override { return 0; }
+    void begin() override { m_before = int(sentencias.size()); }
+    void commit() override { }
+    void rollback() override { sentencias.resize(m_before); }
+    QString singleTable(const QString &) override { return {}; }
+    QStringList tableNames() override { return {}; }
+    QVector<db::Column> columns(const QString &) override { return {}; }
+    void createTable(const db::Table &) override { }
+    void addColumn(const QString &, const db::Column &) override { }
+
+    void declarar(const db::Schema &schema)
+    {
+        for (const db::Table &table : schema.tables)
+            for (const db::Column &column : table.columns)
+                columnas.append({table.name, column.name});
+    }
+    void quitar(const QString &table, const QString &column = {})
+    {
+        columnas.removeIf(
+            [&](const auto &pair) { return pair.first == table && (column.isEmpty() || pair.second == column); });
+    }
+
+private:
+    int m_before = 0;
+};
+
+} // namespace
+
+class ServidorTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void statementsAreGuarded();
+    void completeDatabaseIsLeftAlone();
+    void missingColumnsAreAdded();
+    void hoursAreMovedBeforeTheyAreDropped();
+    void hoursStayWhenTheyCannotBeMoved();
+
+private:
+    bool actualizar() { return db::actualizarServidor(app::esquemaCompleto(), *m_connection, m_mensajes); }
+    void esperarAviso()
+    {
+        m_mensajes.esperarMensaje(
+            "Atención",
+            "El sistema actualizó la base de datos a una versión más reciente, verifique en la "
+            "ventana CONFIGURACIÓN si debe configurar alguna opción nueva.",
+            base::Icono::Informacion);
+    }
+
+    ServidorDePapel *m_server = nullptr;
+    std::unique_ptr<db::Connection> m_connection;
+    soporte::MensajesGuionados m_mensajes;
+};
+
+void ServidorTest::init()
+{
+    auto server = std::make_unique<ServidorDePapel>();
+    m_server = server.get();
+    m_server->declarar(app::esquemaCompleto());
+    m_connection = std::make_unique<db::Connection>(std::move(server));
+}
+
+void ServidorTest::cleanup() { QVERIFY(m_mensajes.terminar()); }
+
+void ServidorTest::statementsAreGuarded()
+{
+    const db::Schema schema = app::esquemaCompleto();
+    const auto column = [&](const char *table, const char *name) {
+        return *schema.table(QString::fromUtf8(table))->column(QString::fromUtf8(name));
+    };
+    QCOMPARE(
+        db::servidor::agregarColumna("Consultas", column("Consultas", "detallediagnos")),
+        QString("IF NOT EXISTS (SELECT * FROM INFORMATION_SCHEMA.COLUMNS WHERE COLUMN_NAME = 'detallediagnos' and "
+                "TABLE_NAME = 'Consultas') BEGIN ALTER TABLE [Consultas] ADD detallediagnos nvarchar(250) END"));
+    QCOMPARE(
+        db::servidor::agregarColumna("Lista Doctores", column("Lista Doctores", "accesodirecto10")),
+        QString("IF NOT EXISTS (SELECT * FROM INFORMATION_SCHEMA.COLUMNS WHERE COLUMN_NAME = 'accesodirecto10' and "
+                "TABLE_NAME = 'Lista Doctores') BEGIN ALTER TABLE [Lista Doctores] ADD accesodirecto10 SMALLINT "
+                "DEFAULT 0 END"));
+    QCOMPARE(
+        db::servidor::quitarColumna("Lista Doctores", "LuMaDesde"),
+        QString("IF EXISTS (SELECT * FROM INFORMATION_SCHEMA.COLUMNS WHERE COLUMN_NAME = 'LuMaDesde' and "
+                "TABLE_NAME = 'Lista Doctores') BEGIN ALTER TABLE [Lista Doctores] DROP COLUMN LuMaDesde END"));
+    QVERIFY(db::servidor::agregarColumna("Plantillas Consulta", column("Plantillas Consulta", "revi-ong"))
+                .endsWith("ALTER TABLE [Plantillas Consulta] ADD [revi-ong] nvarchar(max) END"));
+
+    QCOMPARE(
+        db::servidor::crearTabla(tabla(
+            "Lista O'Higgins",
+            contador() + textos(20, "codigo") + con(-1, banderas("activo")) + simples("costo") + fechas("fecha"),
+            {unico("codigo"), indice("codigo fecha")})),
+        QStringList(
+            {"IF NOT EXISTS (SELECT * FROM INFORMATION_SCHEMA.TABLES WHERE TABLE_NAME = "
+             "'Lista O''Higgins') BEGIN CREATE TABLE [Lista O'Higgins] (id int IDENTITY(1,1) PRIMARY KEY "
+             "CLUSTERED, codigo nvarchar(20), activo BIT DEFAULT -1, costo real, fecha datetime) END",
+             "IF NOT EXISTS (SELECT * FROM sys.indexes WHERE object_id = OBJECT_ID('[Lista O''Higgins]') "
+             "and name = 'codigo') BEGIN CREATE UNIQUE INDEX [codigo] ON [Lista O'Higgins](codigo) END",
+             "IF NOT EXISTS (SELECT * FROM sys.indexes WHERE object_id = OBJECT_ID('[Lista O''Higgins]') "
+             "and name = 'codigo_fecha') BEGIN CREATE INDEX [codigo_fecha] ON "
+             "[Lista O'Higgins](codigo,fecha) END"}));
+    QVERIFY(db::servidor::crearTabla(*schema.table(u"Lista Doctores")).first().contains("id int IDENTITY(20,1)"));
+    QVERIFY(
+        db::servidor::crearTabla(*schema.table(u"Pacientes Embarazos")).first().contains("NroEmba SMALLINT NOT NULL"));
+}
+
+void ServidorTest::completeDatabaseIsLeftAlone()
+{
+    for (auto &[table, column] : m_server->columnas)
+        column = column.toUpper();
+    QVERIFY(!actualizar());
+    QCOMPARE(m_server->sentencias, QStringList());
+}
+
+void ServidorTest::missingColumnsAreAdded()
+{
+    m_server->quitar("Pacientes", "idcobertura2");
+    m_server->quitar("Consultas", "detallemotivo");
+    m_server->quitar("Lista Doctores", "moduloweb");
+    m_server->quitar("Lista Usos");
+    esperarAviso();
+    QVERIFY(actualizar());
+
+    const QStringList &done = m_server->sentencias;
+    QCOMPARE(done.filter("ALTER TABLE").size(), 3);
+    const qsizetype asked = done.indexOf("SELECT * FROM INFORMATION_SCHEMA.COLUMNS WHERE COLUMN_NAME = 'moduloweb' and "
+                                         "TABLE_NAME = 'Lista Doctores'");
+    QVERIFY(asked >= 0);
+    QCOMPARE(done.value(asked + 1), QString("ALTER TABLE [Lista Doctores] ADD moduloweb BIT DEFAULT 0"));
+    QCOMPARE(done.value(asked + 2), QString("UPDATE [Lista Doctores] SET moduloweb = 0"));
+    QVERIFY(done.contains("UPDATE [Pacientes] SET idcobertura2 = -1"));
+    QCOMPARE(done.filter("UPDATE [Consultas]").size(), 0);
+    QCOMPARE(done.filter("CREATE TABLE").size(), 1);
+}
+
+void ServidorTest::hoursAreMovedBeforeTheyAreDropped()
+{
+    m_server->columnas
+        += {{"Lista Doctores", "lumadesde"}, {"Lista Doctores", "SATAHASTA"}, {"Lista Doctores", "DurTur"}};
+    m_server->quitar("Agenda Turnos Horarios");
+    esperarAviso();
+    QVERIFY(actualizar());
+
+    const QStringList &done = m_server->sentencias;
+    const QString moved
+        = "INSERT INTO [Agenda Turnos Horarios] "
+          "(iddoctor,fechadesde,fechahasta,durtur1,durtur2,durtur3,durtur4,durtur5,"
+          "durtur6,durtur7,cantidadsobreturnos,lumadesde,SATAHASTA) SELECT id,'19000101','21001231',CASE WHEN DurTur > "
+          "0 "
+          "THEN DurTur ELSE 20 END,20,20,20,20,20,20,-1,lumadesde,SATAHASTA FROM [Lista Doctores] WHERE id NOT IN "
+          "(SELECT iddoctor FROM [Agenda Turnos Horarios] WHERE iddoctor IS NOT NULL) AND (lumadesde IS NOT NULL OR "
+          "SATAHASTA IS NOT NULL OR tipo = 0 OR tipo IS NULL)";
+    QCOMPARE(done.filter("INSERT"), QStringList(moved));
+    const QStringList dropped = done.filter("DROP COLUMN");
+    QCOMPARE(dropped.size(), 2);
+    QVERIFY(dropped.first().endsWith("BEGIN ALTER TABLE [Lista Doctores] DROP COLUMN lumadesde END"));
+    QVERIFY(done.indexOf(moved) < done.indexOf(dropped.first()));
+}
+
+void ServidorTest::hoursStayWhenTheyCannotBeMoved()
+{
+    m_server->columnas.append({"Lista Doctores", "ViTaDesde"});
+    m_server->quitar("Agenda Turnos Horarios");
+    m_server->rechaza = "INSERT INTO";
+    esperarAviso();
+    QVERIFY(actualizar());
+    QCOMPARE(m_server->sentencias.filter("DROP COLUMN"), QStringList());
+    QCOMPARE(m_server->sentencias.filter("CREATE TABLE").size(), 1);
+}
+
+PRUEBA(ServidorTest)
+#include "ServidorTest.moc"
