@@ -67,7 +67,7 @@ void escribir(const QString &archivo, const QByteArray &bytes)
 bool esDanio(const QString &dicho, const QString &descripcion)
 {
     return dicho.startsWith(u"Error...|ERROR... LA BASE DE DATOS ESTÁ DAÑADA!!!\n\nDescripción del Error: ("_qs)
-        && dicho.contains(u") "_qs + descripcion + u"\n\nPRIMERA SOLUCIÓN: Intente repararla desde la opción "
+        && dicho.contains(descripcion + u"\n\nPRIMERA SOLUCIÓN: Intente repararla desde la opción "
                                                     "'Compactar Base de Datos' de la ventana 'Back-up' del menú "
                                                     "principal.\n\nSEGUNDA SOLUCIÓN: "_qs)
         && dicho.endsWith(u"por último reincie el programa."_qs);
