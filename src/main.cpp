@@ -6,13 +6,15 @@
 #include "app/forms/sistema.h"
 #include "base/Clock.h"
 #include "db/Engine.h"
-#include "demo/Demo.h"
+#include "db/Error.h"
+#include "demo/Archivo.h"
 #include "ui/MensajesQt.h"
 #include "ui/Preferencias.h"
-#include "ui/Aplicacion.h"
+#include "ui/PrepararAplicacion.h"
 #include "ui/Ventanas.h"
 
 #include <QApplication>
+#include <QFileInfo>
 
 #include <cstdio>
 
@@ -40,13 +42,22 @@ int main(int argc, char *argv[])
     }
     ui::Preferencias::usarArchivo(*carpeta + QStringLiteral("/ventanas.ini"));
 
+    const auto base = *carpeta + QStringLiteral("/Datos.mdb");
+    if (opciones.demo && !QFileInfo::exists(base)) {
+        demo::Medida medida;
+        medida.hoy = clock.today();
+        try {
+            demo::crearArchivo(*carpeta + QStringLiteral("/Datos_Vacio.mdb"), base, medida);
+        } catch (const db::Error &error) {
+            mensajes.fallar(QStringLiteral("Error..."), error.description());
+        }
+    }
+
     app::Modulo modulo(*carpeta, mensajes, clock, db::Engines::standard());
     ui::Ventanas ventanas;
     app::registrarVentanas(modulo, ventanas);
 
     app::Arranque arranque(modulo, &app::Arranque::lanzar);
-    if (opciones.demo)
-        arranque.setAlPreparar([&] { demo::llenarSiVacia(modulo.conexion(), clock.today()); });
     // The login window is not part of this version: whoever starts works as the current user.
     (void)arranque.iniciar();
 

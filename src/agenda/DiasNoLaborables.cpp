@@ -50,6 +50,16 @@ QVector<DiaNoLaborable> listarDiasNoLaborables(db::Connection &conexion, int idd
     return lista;
 }
 
+std::set<QDate> diasNoLaborablesEntre(const QVector<DiaNoLaborable> &lista, QDate desde, QDate hasta)
+{
+    std::set<QDate> dias;
+    for (QDate dia = desde; dia <= hasta; dia = dia.addDays(1)) {
+        if (std::any_of(lista.begin(), lista.end(), [dia](const DiaNoLaborable &d) { return d.abarca(dia); }))
+            dias.insert(dia);
+    }
+    return dias;
+}
+
 base::Control agregarDiasNoLaborables(db::Connection &conexion, int iddoctor, const QVector<DiaNoLaborable> &dias)
 {
     if (dias.isEmpty()) {

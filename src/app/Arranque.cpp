@@ -79,8 +79,6 @@ Arranque::Destino Arranque::iniciar()
         return Destino::Sistema;
     try {
         m_modulo.prepararBase();
-        if (m_alPreparar)
-            m_alPreparar();
         lanzarCompaniero();
         return db::Config(m_modulo.conexion()).bandera(u"selecusuario") ? Destino::Acceso : Destino::Sistema;
     } catch (const db::Error &error) {

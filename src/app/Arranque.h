@@ -22,9 +22,6 @@ public:
 
     Arranque(Modulo &modulo, Lanzador lanzador);
 
-    /// Called after the database is ready for the first time and before the companion starts; used to fill a demo.
-    void setAlPreparar(std::function<void()> accion) { m_alPreparar = std::move(accion); }
-
     [[nodiscard]] Destino iniciar();
 
     /// Starts the program if the file exists, without waiting.
@@ -37,7 +34,6 @@ private:
 
     Modulo &m_modulo;
     Lanzador m_lanzador;
-    std::function<void()> m_alPreparar;
 };
 
 } // namespace app

@@ -17,11 +17,10 @@ constexpr int posOtra = 0, posCarpeta = 2, posReservado = 252, posModo = 270, po
 
 QString leerTexto(QByteArrayView registro, int posicion, int ancho)
 {
+    // Files of older versions hold zeros where nothing was typed, short ones behind what they hold.
     const QByteArrayView campo = registro.sliced(posicion, ancho);
-    // Files of older versions hold zeros where nothing was typed.
-    if (campo.front() == '\0')
-        return {};
-    return base::desdeWindows1252(campo).trimmed();
+    const qsizetype cero = campo.indexOf('\0');
+    return base::desdeWindows1252(cero < 0 ? campo : campo.first(cero)).trimmed();
 }
 
 bool leerBandera(QByteArrayView registro, int posicion)

@@ -2,10 +2,10 @@
 
 #include "base/Fechas.h"
 #include "base/Numeros.h"
-
-#include <QCollator>
+#include "db/sql/Collation.h"
 
 #include <algorithm>
+#include <limits>
 #include <numeric>
 
 namespace ui {
@@ -73,16 +73,6 @@ std::optional<double> comoNumero(const QString &texto) { return base::leerNumero
 
 } // namespace
 
-int compararTextos(QByteArrayView a, QByteArrayView b)
-{
-    static const QCollator orden = [] {
-        QCollator nuevo(QLocale(QStringLiteral("es_AR")));
-        nuevo.setCaseSensitivity(Qt::CaseInsensitive);
-        return nuevo;
-    }();
-    return orden.compare(QString::fromUtf8(a), QString::fromUtf8(b));
-}
-
 std::vector<int> ordenarTextos(const std::vector<QString> &textos, bool descendente)
 {
     if (const auto fechas = leerTodos(textos, comoFecha))
@@ -94,7 +84,7 @@ std::vector<int> ordenarTextos(const std::vector<QString> &textos, bool descende
     for (const QString &texto : textos)
         utf8.push_back(texto.toUtf8());
     return permutar(int(utf8.size()), descendente, [&](int a, int b) {
-        return compararTextos(utf8[size_t(a)], utf8[size_t(b)]) < 0;
+        return db::sql::compareSpanish(utf8[size_t(a)], utf8[size_t(b)]) < 0;
     });
 }
 

@@ -6,12 +6,9 @@
 
 namespace ui {
 
-/// Below, equal or above zero as `a` comes before, with or after `b` in the Spanish order of texts: letter case does
-/// not count, "ñ" stands after "n".
-[[nodiscard]] int compararTextos(QByteArrayView a, QByteArrayView b);
-
-/// Origin rows 0...n-1 in the order of a result's column by its raw values; Null and empty stand first. Stable in both
-/// directions. Text columns in which every filled cell is a date with separators, or a number, sort as such.
+/// Origin rows 0...n-1 in the order of a result's column by its raw values; Null and empty stand first, texts in
+/// the database's Spanish order. Stable in both directions. Text columns in which every filled cell is a date with
+/// separators, or a number, sort as such.
 [[nodiscard]] std::vector<int> ordenarColumna(const db::ResultSet &rows, int column, bool descendente);
 
 /// The same for texts.

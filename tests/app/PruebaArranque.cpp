@@ -67,7 +67,7 @@ void escribir(const QString &archivo, const QByteArray &bytes)
 bool esDanio(const QString &dicho, const QString &descripcion)
 {
     return dicho.startsWith(u"Error...|ERROR... LA BASE DE DATOS ESTÁ DAÑADA!!!\n\nDescripción del Error: ("_qs)
-        && dicho.contains(u") "_qs + descripcion + u"\n\nPRIMERA SOLUCIÓN: Intente repararla desde la opción "
+        && dicho.contains(descripcion + u"\n\nPRIMERA SOLUCIÓN: Intente repararla desde la opción "
                                                     "'Compactar Base de Datos' de la ventana 'Back-up' del menú "
                                                     "principal.\n\nSEGUNDA SOLUCIÓN: "_qs)
         && dicho.endsWith(u"por último reincie el programa."_qs);
@@ -216,7 +216,7 @@ private slots:
         Modulo modulo(carpeta.path(), mensajes, reloj, db::Engines::standard());
         QCOMPARE(Arranque(modulo, {}).iniciar(), Arranque::Destino::Sistema);
         QVERIFY(!modulo.baseLista());
-        QCOMPARE(mensajes.dichos.size(), 1);
+        QVERIFY2(mensajes.dichos.size() == 1, qPrintable(mensajes.dichos.join(u"\n----\n"_qs)));
         QVERIFY2(esDanio(mensajes.dichos[0], {}), qPrintable(mensajes.dichos[0]));
         // Looked at, not touched.
         QFile file(carpeta.filePath(u"Datos.mdb"_qs));

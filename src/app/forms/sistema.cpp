@@ -70,8 +70,10 @@ sistema::sistema(db::Entorno &entorno, Comprobador &comprobador, ui::Ventanas &v
     }
 
     connect(m_menu, &ColumnaMenu::pulsado, this, &sistema::pulsar);
-    connect(m_area, &QMdiArea::subWindowActivated, this, [this](const QMdiSubWindow *activa) {
-        m_menu->setTeclas(!activa && m_area->subWindowList().isEmpty());
+    connect(m_area, &QMdiArea::subWindowActivated, this, [this] {
+        const QList<QMdiSubWindow *> marcos = m_area->subWindowList();
+        m_menu->setTeclas(std::none_of(
+            marcos.cbegin(), marcos.cend(), [](const QMdiSubWindow *marco) { return marco->isVisible(); }));
     });
     m_menu->setTeclas(true);
     auto *irAlMenu = new QShortcut(QKeySequence(Qt::Key_F6), this);
@@ -156,7 +158,7 @@ void sistema::pulsar(const BotonMenu &boton)
     const QScopedValueRollback ocupada(m_ocupada, true);
     intentar([&] { m_fallaDicha = abrirDesdeMenu(m_entorno, m_comprobador, ventanas, boton) == Apertura::SinBase; });
     if (m_comprobador.baseLista() != listaAntes)
-        actualizarUsuario();
+        iniciarSesion();
 }
 
 void sistema::revisarAnuncios()
@@ -202,8 +204,9 @@ void sistema::showEvent(QShowEvent *event)
 void sistema::iniciarSesion()
 {
     actualizarUsuario();
-    if (!m_comprobador.baseLista())
+    if (m_iniciada || !m_comprobador.baseLista())
         return;
+    m_iniciada = true;
     callado([this] { m_area->setFondo(fondoAplicacion(m_entorno)); });
     intentar([this] { registrarIngreso(m_entorno); });
 }

@@ -53,6 +53,7 @@ private:
     void pulsar(const BotonMenu &boton);
     void revisarAnuncios();
     void limpiar();
+    /// Once, as soon as there is a database: background picture and log entry.
     void iniciarSesion();
     void cerrarSesion();
     void actualizarBarra();
@@ -71,6 +72,7 @@ private:
     QLabel *m_base;
     QLabel *m_fecha;
     bool m_abierta = false;
+    bool m_iniciada = false; ///< the start of the session is in the log
     bool m_cerrando = false;
     bool m_ocupada = false; ///< a press or a tick is under way, perhaps behind a message box
     bool m_fallaDicha = false; ///< the check failed and the person knows

@@ -1,0 +1,392 @@
+#include "app/Comprobador.h"
+#include "app/MenuPrincipal.h"
+#include "app/forms/AreaFondo.h"
+#include "app/forms/sistema.h"
+#include "db/Error.h"
+#include "support/BaseDePrueba.h"
+#include "support/Prueba.h"
+#include "ui/Ventana.h"
+
+#include <QDir>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QStatusBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace {
+
+const QString sinUsuario = QStringLiteral("Defina un Usuario Activo válido desde la ventana Configuración.");
+const QString sinPermiso = QStringLiteral(
+    "No tiene permiso para ejecutar esta acción. Consulte con el Administrador del sistema para definir sus permisos "
+    "de accesos.");
+const QString noEsta = QStringLiteral("Esta ventana todavía no forma parte de esta versión de Vastelo.");
+const QString recordatorio = QStringLiteral(
+    "IMPORTANTE: Recuerde que el programa de esta PC (servidor) debe cerrarse después que el programa de todas las "
+    "terminales.");
+const QString falta = QStringLiteral(
+    "No se encuentra la Base de Datos, asigne una ruta válida en el menú 'Red' del programa.");
+
+/// A database that is there or not, with the message of its absence.
+class comprobador : public app::Comprobador
+{
+public:
+    explicit comprobador(base::Mensajes &mensajes)
+        : m_mensajes(mensajes)
+    {
+    }
+    bool verificarBase() override
+    {
+        ++veces;
+        lista = hayBase;
+        if (!hayBase)
+            m_mensajes.fallar(QStringLiteral("Error..."), falta);
+        return hayBase;
+    }
+    bool baseLista() const override { return lista; }
+
+    bool hayBase = true, lista = true;
+    int veces = 0;
+
+private:
+    base::Mensajes &m_mensajes;
+};
+
+/// A practice whose connection cannot be had: touching it fails the test.
+class SinConexion : public soporte::BaseDePrueba
+{
+public:
+    db::Connection &conexion() override
+    {
+        QTest::qFail("the connection was touched", __FILE__, __LINE__);
+        throw db::Error(db::Error::Kind::Closed, 0, QStringLiteral("cerrada"));
+    }
+};
+
+class caja : public ui::Ventana
+{
+    Q_OBJECT
+
+public:
+    caja(db::Entorno &e, ui::Ventanas &v)
+        : Ventana(e, v, QStringLiteral("caja"), QStringLiteral("Caja"))
+        , texto(new QLineEdit)
+    {
+        (new QVBoxLayout(this))->addWidget(texto);
+    }
+    bool preparar(const ui::Pedido &) override { return !seNiega; }
+    bool hayCambios() const override { return texto->isModified(); }
+
+    QLineEdit *texto;
+    static inline bool seNiega = false;
+};
+
+} // namespace
+
+class SistemaTest : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<soporte::BaseDePrueba> base;
+    std::unique_ptr<comprobador> control;
+    std::unique_ptr<ui::Ventanas> ventanas;
+    std::unique_ptr<app::sistema> marco;
+
+    void preparar(db::Dialect::Kind dialecto = db::Dialect::Kind::Access)
+    {
+        usar(std::make_unique<soporte::BaseDePrueba>(dialecto));
+    }
+    void usar(std::unique_ptr<soporte::BaseDePrueba> nueva)
+    {
+        base = std::move(nueva);
+        base->clienteDeRed = true; // no reminder at closing
+        control = std::make_unique<comprobador>(base->guion);
+        ventanas = std::make_unique<ui::Ventanas>();
+        ventanas->registrar(
+            QStringLiteral("caja"), ui::Modo::Marco, [this] { return new caja(*base, *ventanas); });
+        marco = std::make_unique<app::sistema>(*base, *control, *ventanas);
+        caja::seNiega = false;
+    }
+    void pulsar(const QString &nombre)
+    {
+        auto *boton = marco->findChild<QToolButton *>(nombre);
+        QVERIFY2(boton && boton->isVisible() && boton->isEnabled(), qPrintable(nombre));
+        QTest::mouseClick(boton, Qt::LeftButton);
+    }
+    /// Log entries, oldest first, without those that opening and closing write.
+    QStringList entradas(const QString &ventana = QStringLiteral("Menú General"))
+    {
+        const db::Rows rows = base->conexion().query(
+            QStringLiteral("SELECT accion FROM [Historial] WHERE ventana = ? ORDER BY id"), {ventana});
+        QStringList textos;
+        for (int i = 0; i < rows->rowCount(); ++i)
+            textos << rows->text(i, 0);
+        return textos;
+    }
+    int filas(const QString &tabla) { return base->valor("SELECT COUNT(*) FROM [" + tabla + "]").toInt(); }
+    QString panel(const char *nombre) { return marco->findChild<QLabel *>(QLatin1String(nombre))->text(); }
+    void latir(QTimer *reloj) { QMetaObject::invokeMethod(reloj, "timeout"); }
+
+private slots:
+    void cleanup()
+    {
+        marco.reset();
+        ventanas.reset();
+        if (base)
+            QVERIFY(base->guion.terminar());
+        control.reset();
+        base.reset();
+    }
+
+    void botones()
+    {
+        preparar();
+        marco->show();
+        QCOMPARE(marco->windowTitle(), QStringLiteral("Vastelo"));
+        QCOMPARE(marco->objectName(), QStringLiteral("sistema"));
+        QStringList nombres;
+        QString teclas;
+        for (const auto *boton : marco->findChildren<QToolButton *>(QRegularExpression(QStringLiteral("^men")))) {
+            nombres << boton->objectName();
+            QVERIFY2(!boton->icon().isNull(), qPrintable(boton->objectName()));
+        }
+        QCOMPARE(
+            nombres.join(u' '),
+            QStringLiteral("menusuario menhistorial mencontab mensaldos menchat menconfiguracion menaccesored menayuda "
+                           "mencaja mencopia menacerca menmantenimiento menagendas menlistados menpacientes mensalir "
+                           "mengraficos menestadisticas menordenes"));
+        // every right is a column, every letter stands in its caption and for one button alone
+        for (const app::BotonMenu &boton : app::menuPrincipal()) {
+            if (!boton.derecho.isEmpty())
+                QVERIFY2(
+                    base->conexion().query("SELECT * FROM [Lista Doctores]")->column(boton.derecho) >= 0,
+                    qPrintable(boton.derecho));
+            QVERIFY2(boton.titulo.contains(boton.tecla, Qt::CaseInsensitive), qPrintable(boton.titulo));
+            QVERIFY2(!teclas.contains(boton.tecla), qPrintable(boton.titulo));
+            teclas += boton.tecla;
+        }
+    }
+
+    void ordenDeUnaPulsacion_data()
+    {
+        QTest::addColumn<bool>("hayBase");
+        QTest::addColumn<bool>("abierta");
+        QTest::addColumn<bool>("hayUsuario");
+        QTest::addColumn<bool>("derecho");
+        QTest::addColumn<bool>("acepta");
+        QTest::addColumn<QString>("mensaje");
+        QTest::addColumn<int>("queda"); // windows open, and log entries
+        QTest::newRow("todo en orden") << true << false << true << true << true << "" << 11;
+        QTest::newRow("sin base, nada más se mira") << false << true << false << false << true << falta << 10;
+        QTest::newRow("abierta, sin usuario ni derecho") << true << true << false << false << true << "" << 10;
+        QTest::newRow("sin usuario") << true << false << false << false << true << sinUsuario << 0;
+        QTest::newRow("sin derecho") << true << false << true << false << true << sinPermiso << 0;
+        QTest::newRow("la ventana no quiere") << true << false << true << true << false << "" << 0;
+    }
+    void ordenDeUnaPulsacion()
+    {
+        QFETCH(bool, hayBase);
+        QFETCH(bool, abierta);
+        QFETCH(bool, hayUsuario);
+        QFETCH(bool, derecho);
+        QFETCH(bool, acepta);
+        QFETCH(QString, mensaje);
+        QFETCH(int, queda);
+        preparar();
+        marco->show();
+        if (abierta)
+            QVERIFY(ventanas->abrir(QStringLiteral("caja")));
+        if (!derecho)
+            base->conexion().execute(QStringLiteral("UPDATE [Lista Doctores] SET accesocaja = 0"));
+        if (!hayUsuario)
+            base->usuario = 9999;
+        control->hayBase = hayBase;
+        caja::seNiega = !acepta;
+        if (!mensaje.isEmpty())
+            base->guion.esperarMensaje(
+                hayBase ? base::titulo::atencion : QStringLiteral("Error..."), mensaje);
+        pulsar(QStringLiteral("mencaja"));
+        QCOMPARE(control->veces, 1);
+        QCOMPARE((ventanas->buscar(QStringLiteral("caja")) ? 10 : 0) + int(entradas().size()), queda);
+    }
+
+    void dosVecesNoAbreOtra_data() { soporte::filasDeDialecto(); }
+    void dosVecesNoAbreOtra()
+    {
+        preparar(soporte::dialectoActual());
+        marco->show();
+        pulsar(QStringLiteral("mencaja"));
+        auto *abierta = ventanas->buscar(QStringLiteral("caja"));
+        QVERIFY(abierta);
+        pulsar(QStringLiteral("mencaja"));
+        QCOMPARE(ventanas->buscar(QStringLiteral("caja")), abierta);
+        QCOMPARE(entradas(), QStringList{QStringLiteral("Se ingresó a la ventana Caja.")});
+    }
+
+    void losQueNoAbren()
+    {
+        preparar();
+        marco->show();
+        base->guion.esperarMensaje(base::titulo::atencion, noEsta, base::Icono::Informacion);
+        pulsar(QStringLiteral("mengraficos"));
+        // this computer is not the server
+        base->guion.esperarMensaje(
+            base::titulo::atencion,
+            QStringLiteral("Esta opción sólo está disponible desde la PC servidor."),
+            base::Icono::Advertencia);
+        pulsar(QStringLiteral("mencopia"));
+        base->clienteDeRed = false;
+        base->guion.esperarMensaje(base::titulo::atencion, noEsta, base::Icono::Informacion);
+        pulsar(QStringLiteral("mencopia"));
+        base->clienteDeRed = true;
+        // help does not need a database
+        control->hayBase = false;
+        base->guion.esperarMensaje(base::titulo::atencion, noEsta, base::Icono::Informacion);
+        pulsar(QStringLiteral("menayuda"));
+        QCOMPARE(entradas(), QStringList());
+        pulsar(QStringLiteral("mensalir"));
+        QVERIFY(!marco->isVisible());
+    }
+
+    void teclado()
+    {
+        preparar();
+        marco->show();
+        QVERIFY(QTest::qWaitForWindowActive(marco.get()));
+        // with no window open, Alt and the letter; within the column, the letter alone
+        QTest::keyClick(marco.get(), Qt::Key_J, Qt::AltModifier);
+        QTRY_VERIFY(ventanas->buscar(QStringLiteral("caja")));
+        auto *boton = marco->findChild<QToolButton *>(QStringLiteral("mencaja"));
+        QTRY_VERIFY(boton->shortcut().isEmpty()); // the letters are the open window's now
+        ventanas->buscar(QStringLiteral("caja"))->close();
+        QTRY_VERIFY(!boton->shortcut().isEmpty());
+
+        QTest::keyClick(marco.get(), Qt::Key_F6);
+        auto *foco = qobject_cast<QToolButton *>(QApplication::focusWidget());
+        QVERIFY(foco);
+        QCOMPARE(foco->objectName(), QStringLiteral("menusuario"));
+        QTest::keyClick(foco, Qt::Key_Down);
+        QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("menhistorial"));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_J);
+        QVERIFY(ventanas->buscar(QStringLiteral("caja")));
+        QCOMPARE(entradas().size(), 2);
+    }
+
+    void sesion_data() { soporte::filasDeDialecto(); }
+    void sesion()
+    {
+        preparar(soporte::dialectoActual());
+        base->clienteDeRed = false;
+        base->conexion().execute(QStringLiteral("INSERT INTO [Imprimir2] (nrohc) VALUES (5)"));
+        marco->show();
+        marco->hide();
+        marco->show(); // opened once
+        QCOMPARE(entradas(QStringLiteral("Sistema General")), QStringList{QStringLiteral("Se ingresó al sistema.")});
+        QCOMPARE(panel("usuario"), QStringLiteral("Usuario Activo: Juan Pérez"));
+        QCOMPARE(panel("fecha"), QStringLiteral("domingo 22/11/2026"));
+
+        // a window that has something to lose holds everything back
+        pulsar(QStringLiteral("mencaja"));
+        auto *abierta = static_cast<caja *>(ventanas->buscar(QStringLiteral("caja")));
+        abierta->texto->setModified(true);
+        base->guion.esperarPregunta(
+            base::titulo::atencion,
+            QStringLiteral("Hay datos sin guardar. ¿Desea cerrar la ventana de todos modos?"),
+            false);
+        QVERIFY(!marco->close());
+        QCOMPARE(filas(QStringLiteral("Imprimir2")), 1);
+        QVERIFY(marco->tiempo->isActive());
+
+        abierta->texto->setModified(false);
+        base->guion.esperarMensaje(QStringLiteral("Importante!!"), recordatorio, base::Icono::Advertencia);
+        QVERIFY(marco->close());
+        QCOMPARE(filas(QStringLiteral("Imprimir2")), 0);
+        QCOMPARE(
+            entradas(QStringLiteral("Sistema General")),
+            QStringList({QStringLiteral("Se ingresó al sistema."), QStringLiteral("Se cerró el sistema.")}));
+        QVERIFY(!marco->tiempo->isActive());
+    }
+
+    void sinBaseNoSeTocaLaConexion()
+    {
+        usar(std::make_unique<SinConexion>());
+        control->lista = false;
+        control->hayBase = false;
+        marco->show();
+        marco->actualizarUsuario();
+        latir(marco->tiempo);
+        latir(marco->timerbackup);
+        QCOMPARE(control->veces, 0); // start-up has told already
+        base->guion.esperarMensaje(QStringLiteral("Error..."), falta);
+        pulsar(QStringLiteral("mencaja"));
+        QVERIFY(marco->close());
+        QCOMPARE(panel("usuario"), QStringLiteral("Usuario Activo: "));
+    }
+
+    void relojes_data() { soporte::filasDeDialecto(); }
+    void relojes()
+    {
+        preparar(soporte::dialectoActual());
+        QStringList sonados;
+        marco->setSonido([&](const QString &archivo) { sonados << archivo; });
+        marco->show();
+        QCOMPARE(marco->tiempo->interval(), 30'000);
+        db::Connection &c = base->conexion();
+        for (const char *tabla : {"Imprimir", "Imprimir2"})
+            for (const int nrohc : {-99, 4})
+                c.execute(QStringLiteral("INSERT INTO [%1] (nrohc) VALUES (?)").arg(QLatin1String(tabla)), {nrohc});
+        latir(marco->timerbackup);
+        QCOMPARE(filas(QStringLiteral("Imprimir")), 1);
+        QCOMPARE(filas(QStringLiteral("Imprimir2")), 1);
+
+        latir(marco->tiempo);
+        QCOMPARE(sonados.size(), 0);
+        c.execute(QStringLiteral("UPDATE [Lista Doctores] SET anuncio = 'Ana' WHERE id = ?"), {base->usuario});
+        latir(marco->tiempo);
+        QCOMPARE(sonados, QStringList{base->carpetaPrograma() + QStringLiteral("/chat.wav")});
+        QVERIFY(marco->barra->currentMessage().contains(QStringLiteral("Chat")));
+
+        // the database goes: told once, until a button finds it again
+        control->hayBase = false;
+        base->guion.esperarMensaje(QStringLiteral("Error..."), falta);
+        for (int i = 0; i < 3; ++i)
+            latir(marco->tiempo);
+        QCOMPARE(sonados.size(), 1);
+        control->hayBase = true;
+        pulsar(QStringLiteral("mencaja"));
+        latir(marco->tiempo);
+        QCOMPARE(sonados.size(), 2);
+    }
+
+    void fondo_data()
+    {
+        QTest::addColumn<QString>("archivo");
+        QTest::addColumn<QString>("valor");
+        QTest::addColumn<bool>("seVe");
+        QTest::newRow("sin terminación") << "fondoaplicacion" << "1" << true;
+        QTest::newRow("con la suya") << "fondoaplicacion.png" << "fondo" << true;
+        QTest::newRow("no se pide") << "fondoaplicacion.png" << "" << false;
+        QTest::newRow("no está") << "otra.png" << "1" << false;
+    }
+    void fondo()
+    {
+        QFETCH(QString, archivo);
+        QFETCH(QString, valor);
+        QFETCH(bool, seVe);
+        preparar();
+        QDir carpeta(base->carpetaPrograma());
+        QVERIFY(carpeta.mkpath(QStringLiteral("Imagenes")));
+        QImage imagen(40, 20, QImage::Format_RGB32);
+        imagen.fill(Qt::darkGreen);
+        QVERIFY(imagen.save(carpeta.filePath("Imagenes/" + archivo), "PNG"));
+        base->conexion().execute(QStringLiteral("DELETE FROM [Config]"));
+        for (const QString &fila : {valor, QString()}) // the first row says it
+            base->conexion().execute(QStringLiteral("INSERT INTO [Config] (fondoaplicacion) VALUES (?)"), {fila});
+        marco->show();
+        QCOMPARE(marco->findChild<app::AreaFondo *>()->tieneFondo(), seVe);
+    }
+};
+
+PRUEBA(SistemaTest)
+#include "SistemaTest.moc"

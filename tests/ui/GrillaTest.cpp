@@ -1,0 +1,292 @@
+#include "support/Prueba.h"
+#include "ui/Grilla.h"
+#include "ui/Preferencias.h"
+
+#include <QAbstractItemModelTester>
+#include <QClipboard>
+#include <QHeaderView>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+using ui::ColumnaGrilla;
+using ui::Grilla;
+using ui::ModeloGrilla;
+
+namespace {
+
+struct Fila {
+    int id;
+    const char *nombre;
+    const char *fecha; ///< null: Null
+    double importe;
+};
+
+db::Rows filas(const std::vector<Fila> &lista)
+{
+    db::ResultSet::Builder b(
+        {{QStringLiteral("id"), db::Type::Counter},
+         {QStringLiteral("nombre"), db::Type::Text},
+         {QStringLiteral("fecha"), db::Type::DateTime},
+         {QStringLiteral("importe"), db::Type::Single}});
+    for (const Fila &f : lista) {
+        b.addInteger(f.id);
+        b.addText(f.nombre);
+        if (f.fecha)
+            b.addText(f.fecha);
+        else
+            b.addNull();
+        b.addReal(f.importe);
+        b.endRow();
+    }
+    return b.finish();
+}
+
+const std::vector<Fila> gente{
+    {1, "Núñez", "2024-03-05 00:00:00", 12.5},
+    {2, "ávila", "1999-12-31 08:05:00", 1000},
+    {3, "Nuza", nullptr, -3},
+    {4, "Zeta", "2024-03-05 00:00:00", 2},
+    {5, "Ávila", "2001-01-01 00:00:00", 12.5}};
+
+const QString encabezado = QStringLiteral("|<Nombre    |^Fecha|>Importe");
+
+QStringList columna(const ModeloGrilla &modelo, int c)
+{
+    QStringList textos;
+    for (int r = 0; r < modelo.rowCount(); ++r)
+        textos << modelo.index(r, c).data().toString();
+    return textos;
+}
+
+std::vector<qint64> claves(const ModeloGrilla &modelo)
+{
+    std::vector<qint64> todas;
+    for (int r = 0; r < modelo.rowCount(); ++r)
+        todas.push_back(modelo.clave(r));
+    return todas;
+}
+
+using Claves = std::vector<qint64>;
+
+} // namespace
+
+class GrillaTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void encabezadoSeLee()
+    {
+        const auto leido = ui::leerEncabezado(QStringLiteral("|^Fecha   |<Detalle|Importe  |>$ Debe||  |"));
+        const std::vector<ColumnaGrilla> esperado{
+            {QStringLiteral("Fecha"), Qt::AlignHCenter, 8},
+            {QStringLiteral("Detalle"), Qt::AlignLeft, 7},
+            {QStringLiteral("Importe"), Qt::AlignLeft, 9},
+            {QStringLiteral("$ Debe"), Qt::AlignRight, 6},
+            {{}, Qt::AlignLeft, 0},
+            {{}, Qt::AlignLeft, 2},
+            {{}, Qt::AlignLeft, 0}};
+        QCOMPARE(leido, esperado);
+
+        const Grilla grilla(QStringLiteral("g"), QStringLiteral("|A||B"));
+        QVERIFY(grilla.isColumnHidden(1));
+        QVERIFY(!grilla.isColumnHidden(2));
+    }
+
+    void celdasDiceLoQueVale()
+    {
+        ModeloGrilla modelo(ui::leerEncabezado(encabezado));
+        modelo.setRows(filas(gente), 1);
+        QCOMPARE(columna(modelo, 1), QStringList({"05/03/2024", "31/12/1999 08:05", "", "05/03/2024", "01/01/2001"}));
+        QCOMPARE(columna(modelo, 2), QStringList({"12,5", "1000", "-3", "2", "12,5"}));
+        modelo.setFormato(2, ModeloGrilla::Formato::Dinero);
+        QCOMPARE(columna(modelo, 2).at(1), QStringLiteral("1.000,00"));
+
+        modelo.setTextos({{QStringLiteral("uno\ndos"), {}, {}}}, {7});
+        QCOMPARE(modelo.index(0, 0).data().toString(), QStringLiteral("uno dos"));
+        QCOMPARE(modelo.textoCelda(0, 0), QStringLiteral("uno\ndos"));
+        QCOMPARE(modelo.clave(0), 7);
+        QCOMPARE(modelo.clave(1), 0);
+    }
+
+    void ordenaPorValores_data()
+    {
+        QTest::addColumn<int>("columna");
+        QTest::addColumn<bool>("baja");
+        QTest::addColumn<Claves>("esperado");
+        // accents and case count last, "ñ" stands after "n", equal values keep their order in both directions
+        QTest::newRow("nombres") << 0 << false << Claves{2, 5, 3, 1, 4};
+        QTest::newRow("fechas, Null primero") << 1 << false << Claves{3, 2, 5, 1, 4};
+        QTest::newRow("fechas hacia atrás") << 1 << true << Claves{1, 4, 5, 2, 3};
+        QTest::newRow("importes") << 2 << false << Claves{3, 4, 1, 5, 2};
+        QTest::newRow("importes hacia atrás") << 2 << true << Claves{2, 1, 5, 4, 3};
+        QTest::newRow("como se leyó") << -1 << false << Claves{1, 2, 3, 4, 5};
+    }
+    void ordenaPorValores()
+    {
+        QFETCH(int, columna);
+        QFETCH(bool, baja);
+        QFETCH(Claves, esperado);
+        ModeloGrilla modelo(ui::leerEncabezado(encabezado));
+        const QAbstractItemModelTester control(&modelo, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        modelo.setColumnaClave(0);
+        modelo.setRows(filas(gente), 1);
+        const QPersistentModelIndex sigue = modelo.index(2, 0);
+        modelo.sort(columna, baja ? Qt::DescendingOrder : Qt::AscendingOrder);
+        QCOMPARE(claves(modelo), esperado);
+        QCOMPARE(modelo.clave(sigue.row()), 3);
+        // the order outlives a reload
+        modelo.setRows(filas(gente), 1);
+        QCOMPARE(claves(modelo), esperado);
+    }
+
+    void ordenaTextosPorLoQueSon()
+    {
+        ModeloGrilla modelo(ui::leerEncabezado(QStringLiteral("|Fecha|Importe|DNI|H.C.")));
+        modelo.setTextos(
+            {{"05/03/2024", "1.000,00", "12031980", "HC10"},
+             {"", "20,50", "9031980", "HC9"},
+             {"31/12/1999", "-3,00", "11041970", ""}},
+            {1, 2, 3});
+        modelo.sort(0, Qt::AscendingOrder);
+        QCOMPARE(claves(modelo), (Claves{2, 3, 1}));
+        modelo.sort(1, Qt::AscendingOrder);
+        QCOMPARE(claves(modelo), (Claves{3, 2, 1}));
+        modelo.sort(2, Qt::AscendingOrder); // digits in a row are a number, not a day
+        QCOMPARE(claves(modelo), (Claves{2, 3, 1}));
+    }
+
+    void ordenaPorColumnaOculta()
+    {
+        ModeloGrilla modelo(ui::leerEncabezado(QStringLiteral("|Texto")));
+        modelo.setColumnaClave(0);
+        modelo.setTexto([](const db::ResultSet &rows, int row, int) { return u"$ " + rows.text(row, 3); });
+        modelo.setOrden(0, 3);
+        modelo.setRows(filas(gente));
+        modelo.sort(0, Qt::DescendingOrder);
+        QCOMPARE(claves(modelo), (Claves{2, 1, 5, 4, 3}));
+        QCOMPARE(modelo.index(0, 0).data().toString(), QStringLiteral("$ 1000"));
+    }
+
+    void conservaLoElegidoAlRecargar()
+    {
+        Grilla grilla(QStringLiteral("g"), encabezado);
+        const QAbstractItemModelTester control(
+            &grilla.modelo(), QAbstractItemModelTester::FailureReportingMode::QtTest);
+        grilla.modelo().setColumnaClave(0);
+        QSignalSpy cambios(&grilla, &Grilla::filaCambiada);
+        grilla.mostrar(filas(gente), 1);
+        QCOMPARE(grilla.claveActual(), 0);
+        grilla.elegirClave(4);
+        QCOMPARE(cambios.size(), 1);
+
+        grilla.mostrar(filas({gente[4], gente[3]}), 1);
+        QCOMPARE(grilla.claveActual(), 4);
+        QCOMPARE(cambios.size(), 2); // at another place
+        grilla.mostrar(filas({gente[4], gente[3]}), 1);
+        QCOMPARE(cambios.size(), 2);
+
+        // a row that another station removed must not hand its selection to its neighbour
+        grilla.mostrar(filas({gente[4], gente[0]}), 1);
+        QCOMPARE(grilla.claveActual(), 0);
+        QCOMPARE(grilla.filaActual(), -1);
+        QCOMPARE(cambios.last().first().toInt(), -1);
+
+        grilla.mostrar(filas(gente), 1);
+        grilla.selectAll();
+        grilla.mostrar(filas({gente[2], gente[0]}), 1);
+        QCOMPARE(grilla.clavesElegidas(), (Claves{3, 1}));
+    }
+
+    void cienMilFilas()
+    {
+        std::vector<Fila> muchas(100'000, gente[0]);
+        for (size_t i = 0; i < muchas.size(); ++i)
+            muchas[i].id = int(i + 1);
+        const db::Rows rows = filas(muchas);
+        Grilla grilla(QStringLiteral("g"), encabezado);
+        grilla.resize(500, 400);
+        int leidas = 0;
+        grilla.modelo().setColumnaClave(0);
+        grilla.modelo().setTexto([&leidas](const db::ResultSet &r, int row, int c) {
+            ++leidas;
+            return r.text(row, c + 1);
+        });
+        grilla.mostrar(rows, 1);
+        grilla.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&grilla));
+        grilla.elegirClave(50'000);
+        QTest::qWait(0);
+        const int lugar = grilla.verticalScrollBar()->value();
+        QVERIFY(lugar > 49'000);
+        grilla.mostrar(rows, 1);
+        QCOMPARE(grilla.verticalScrollBar()->value(), lugar);
+        QCOMPARE(grilla.claveActual(), 50'000);
+        QVERIFY2(leidas < 2'000, qPrintable(QString::number(leidas)));
+    }
+
+    void copiaYExporta()
+    {
+        Grilla grilla(QStringLiteral("g"), QStringLiteral("|Nombre|Nota||"));
+        grilla.mostrar(
+            {{"O'Higgins; \"el\" viejo", "dos\nrenglones", "oculta", ""}, {"Ana", "", "oculta", ""}}, {1, 2});
+        QCOMPARE(
+            grilla.comoCsv(),
+            QStringLiteral("Nombre;Nota\r\n\"O'Higgins; \"\"el\"\" viejo\";\"dos\nrenglones\"\r\nAna;\r\n"));
+        grilla.elegirFila(0);
+        QTest::keyClick(&grilla, Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(
+            QGuiApplication::clipboard()->text(), QStringLiteral("O'Higgins; \"el\" viejo\tdos renglones"));
+        QCOMPARE(grilla.comoTexto(false).section(u'\n', 0, 0), QStringLiteral("Nombre\tNota"));
+
+        QSignalSpy activada(&grilla, &Grilla::activada);
+        QTest::keyClick(&grilla, Qt::Key_Return);
+        QCOMPARE(activada.size(), 1);
+    }
+
+    void titulosOrdenan()
+    {
+        Grilla grilla(QStringLiteral("g"), encabezado);
+        grilla.modelo().setColumnaClave(0);
+        grilla.mostrar(filas(gente), 1);
+        grilla.resize(600, 300);
+        grilla.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&grilla));
+        const auto pulsar = [&grilla](int c) {
+            QHeaderView *titulos = grilla.horizontalHeader();
+            QTest::mouseClick(
+                titulos->viewport(), Qt::LeftButton, {}, QPoint(titulos->sectionViewportPosition(c) + 12, 6));
+        };
+        QCOMPARE(claves(grilla.modelo()), (Claves{1, 2, 3, 4, 5}));
+        grilla.elegirClave(4);
+        pulsar(2);
+        QCOMPARE(claves(grilla.modelo()), (Claves{3, 4, 1, 5, 2}));
+        QCOMPARE(grilla.claveActual(), 4);
+        pulsar(2);
+        QCOMPARE(claves(grilla.modelo()), (Claves{2, 1, 5, 4, 3}));
+        pulsar(2);
+        QCOMPARE(claves(grilla.modelo()), (Claves{1, 2, 3, 4, 5}));
+    }
+
+    void recuerdaAnchos()
+    {
+        const QTemporaryDir carpeta;
+        ui::Preferencias::usarArchivo(carpeta.filePath(QStringLiteral("p.ini")));
+        const auto cerrar = qScopeGuard([] { ui::Preferencias::usarArchivo({}); });
+        {
+            Grilla grilla(QStringLiteral("g"), encabezado);
+            grilla.show();
+            grilla.setColumnWidth(0, 321);
+        }
+        Grilla otra(QStringLiteral("g"), encabezado);
+        otra.show();
+        QCOMPARE(otra.columnWidth(0), 321);
+        Grilla ajena(QStringLiteral("h"), encabezado);
+        ajena.show();
+        QVERIFY(ajena.columnWidth(0) != 321);
+    }
+};
+
+PRUEBA(GrillaTest)
+#include "GrillaTest.moc"
