@@ -1,5 +1,6 @@
 #include "app/Modulo.h"
 
+#include "agenda/PlantillaInicial.h"
 #include "app/Esquema.h"
 #include "app/Setup.h"
 #include "base/Mensajes.h"
@@ -140,7 +141,8 @@ void Modulo::prepararBase()
                 esquemaPorRutinas(), [this, cadena] { return db::Connection::open(cadena, m_engines); }, m_mensajes);
             conectar();
         }
-        db::asegurarProfesional(*m_conexion, m_mensajes);
+        if (const auto nuevo = db::asegurarProfesional(*m_conexion, m_mensajes))
+            agenda::asegurarPlantillaInicial(*m_conexion, *nuevo);
     }
     m_preparada = true;
 }

@@ -22,11 +22,14 @@ QString columnName(const QString &name)
     return plain.match(name).hasMatch() ? name : serverDialect().identifier(name);
 }
 
+// The names are plain letters: no need for the server's national prefix.
+QString quoted(const QString &text) { return u'\'' + QString(text).replace(u'\'', QLatin1String("''")) + u'\''; }
+
 QString literal(const QVariant &value)
 {
     switch (value.typeId()) {
     case QMetaType::Bool: return value.toBool() ? QStringLiteral("-1") : QStringLiteral("0");
-    case QMetaType::QString: return serverDialect().text(value.toString());
+    case QMetaType::QString: return quoted(value.toString());
     default: return value.toString();
     }
 }
@@ -78,7 +81,7 @@ QString tipo(const Column &column)
 QString buscarColumna(const QString &table, const QString &column)
 {
     return QStringLiteral("SELECT * FROM INFORMATION_SCHEMA.COLUMNS WHERE COLUMN_NAME = %1 and TABLE_NAME = %2")
-        .arg(serverDialect().text(column), serverDialect().text(table));
+        .arg(quoted(column), quoted(table));
 }
 
 QString agregarColumna(const QString &table, const Column &column)
@@ -117,14 +120,14 @@ QStringList crearTabla(const Table &table)
     QStringList statements{
         QStringLiteral("IF NOT EXISTS (SELECT * FROM INFORMATION_SCHEMA.TABLES WHERE TABLE_NAME = %1) "
                        "BEGIN CREATE TABLE %2 (%3) END")
-            .arg(serverDialect().text(table.name), name, columns.join(QLatin1String(", ")))};
+            .arg(quoted(table.name), name, columns.join(QLatin1String(", ")))};
     for (const Index &index : table.indexes) {
         const QString indexName = index.columns.join(u'_');
         statements << QStringLiteral("IF NOT EXISTS (SELECT * FROM sys.indexes WHERE object_id = OBJECT_ID(%1) "
                                      "and name = %2) BEGIN CREATE %3INDEX %4 ON %5(%6) END")
                           .arg(
-                              serverDialect().text(name),
-                              serverDialect().text(indexName),
+                              quoted(name),
+                              quoted(indexName),
                               index.unique ? QStringLiteral("UNIQUE ") : QString(),
                               serverDialect().identifier(indexName),
                               name,

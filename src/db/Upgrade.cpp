@@ -7,6 +7,9 @@
 
 #include <QHash>
 
+#include <algorithm>
+#include <vector>
+
 namespace db {
 
 namespace {
@@ -29,17 +32,40 @@ struct Catalogo {
     }
 };
 
-/// Runs a step whole or not at all; false when it failed.
-bool intentar(Connection &connection, const std::function<void()> &step)
+/// Something to bring up to date, done whole or not at all.
+struct Paso {
+    std::function<void()> hacer;
+    bool agrega = true; ///< whether the person is told of it
+    std::vector<Paso> alternativas = {}; ///< tried one by one when the whole fails
+};
+
+/// Yields whether something was added.
+bool intentar(Connection &connection, const Paso &paso)
 {
     try {
         Transaction transaction(connection);
-        step();
+        paso.hacer();
         transaction.commit();
-        return true;
+        return paso.agrega;
     } catch (const Error &) {
-        return false;
+        bool added = false;
+        for (const Paso &part : paso.alternativas)
+            added |= intentar(connection, part);
+        return added;
     }
+}
+
+/// All the steps in one, or else each by itself: one journey to the disk instead of a hundred.
+Paso juntar(const std::vector<Paso> &steps)
+{
+    const bool adds = std::any_of(steps.begin(), steps.end(), [](const Paso &step) { return step.agrega; });
+    return {
+        [steps] {
+            for (const Paso &step : steps)
+                step.hacer();
+        },
+        adds,
+        steps};
 }
 
 /// What the two back ends do differently.
@@ -133,30 +159,19 @@ public:
     }
 };
 
-/// Adds the missing columns of a table that exists, in one step; when that fails, column by column, so that only the
-/// one that cannot be added is skipped.
-bool completarTabla(Motor &motor, const Table &declared, const Catalogo::Entry &present)
+/// Adds the missing columns of a table that exists.
+void completarTabla(Motor &motor, const Table &declared, const Catalogo::Entry &present, std::vector<Paso> &steps)
 {
-    QVector<Column> missing;
+    std::vector<Paso> missing;
     for (const Column &column : declared.columns)
         // A key cannot be added to rows that have none.
         if (column.type != Type::Counter && !present.columns.contains(column.name, Qt::CaseInsensitive))
-            missing << column;
-    if (missing.isEmpty())
-        return false;
-    if (intentar(motor.connection(), [&] {
-            for (const Column &column : std::as_const(missing))
-                motor.agregar(declared.name, column);
-        }))
-        return true;
-    bool added = false;
-    for (const Column &column : std::as_const(missing))
-        added |= intentar(motor.connection(), [&] { motor.agregar(declared.name, column); });
-    return added;
+            missing.push_back({[&motor, name = declared.name, column] { motor.agregar(name, column); }});
+    if (!missing.empty())
+        steps.push_back(juntar(missing));
 }
 
-/// Moves the old hours and then drops their columns. Part of a step: throws, and nothing is dropped, when the move
-/// fails.
+/// Moves the old hours and then drops their columns; nothing is dropped when the move fails.
 void moverHorarios(Motor &motor, const QStringList &doctorColumns, bool tableIsNew)
 {
     Connection &connection = motor.connection();
@@ -172,37 +187,40 @@ void moverHorarios(Motor &motor, const QStringList &doctorColumns, bool tableIsN
 
 /// Makes `Agenda Turnos Horarios` when it is missing, filled with the hours that `Lista Doctores` still holds. Hours
 /// that cannot be moved stay where they are until the next start; the agenda gets its table all the same.
-bool actualizarHorarios(Motor &motor, const Table &table, bool tableIsNew, const QStringList &doctorColumns)
+void actualizarHorarios(
+    Motor &motor, const Table &table, bool tableIsNew, const QStringList &doctorColumns, std::vector<Paso> &steps)
 {
-    const auto create = [&] {
+    const Paso create{[&motor, table] { motor.crear(table); }};
+    if (horariosviejos::presentes(doctorColumns).isEmpty()) {
         if (tableIsNew)
-            motor.crear(table);
-    };
-    if (horariosviejos::presentes(doctorColumns).isEmpty())
-        return tableIsNew && intentar(motor.connection(), create);
-    const bool moved = intentar(motor.connection(), [&] {
-        create();
-        moverHorarios(motor, doctorColumns, tableIsNew);
-    });
-    return tableIsNew && (moved || intentar(motor.connection(), create));
+            steps.push_back(create);
+        return;
+    }
+    steps.push_back(
+        {[&motor, create, doctorColumns, tableIsNew] {
+             if (tableIsNew)
+                 create.hacer();
+             moverHorarios(motor, doctorColumns, tableIsNew);
+         },
+         tableIsNew,
+         tableIsNew ? std::vector<Paso>{create} : std::vector<Paso>{}});
 }
 
 bool actualizarTablas(Motor &motor, const Schema &schema)
 {
     const Catalogo catalogo = motor.catalogo();
-    bool added = false;
+    const Catalogo::Entry *doctors = catalogo.table(tablaDoctores);
+    std::vector<Paso> steps;
     for (const Table &table : schema.tables) {
         const Catalogo::Entry *present = catalogo.table(table.name);
         if (present)
-            added |= completarTabla(motor, table, *present);
-        if (table.name == tablaHorarios) {
-            const Catalogo::Entry *doctors = catalogo.table(tablaDoctores);
-            added |= actualizarHorarios(motor, table, !present, doctors ? doctors->columns : QStringList());
-        } else if (!present) {
-            added |= intentar(motor.connection(), [&] { motor.crear(table); });
-        }
+            completarTabla(motor, table, *present, steps);
+        if (table.name == tablaHorarios)
+            actualizarHorarios(motor, table, !present, doctors ? doctors->columns : QStringList(), steps);
+        else if (!present)
+            steps.push_back({[&motor, table] { motor.crear(table); }});
     }
-    return added;
+    return !steps.empty() && intentar(motor.connection(), juntar(steps));
 }
 
 void avisar(base::Mensajes &mensajes)

@@ -50,4 +50,10 @@ void llenar(db::Connection &conexion, const Medida &medida, const Avance &avance
     tramo(avance, 0, 100)(100, QStringLiteral("Listo"));
 }
 
+void llenarSiVacia(db::Connection &conexion, QDate hoy)
+{
+    if (conexion.query(QStringLiteral("SELECT TOP 1 NroHC FROM [Pacientes]"))->rowCount() == 0)
+        llenar(conexion, {.hoy = hoy});
+}
+
 } // namespace demo

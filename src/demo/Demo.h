@@ -29,4 +29,7 @@ using Avance = std::function<void(int porciento, const QString &etapa)>;
 /// misses. Throws db::Error, and then leaves a half-filled database behind: meant for files of its own.
 void llenar(db::Connection &conexion, const Medida &medida, const Avance &avance = {});
 
+/// Fills a database without patients with a practice of usual size, and leaves any other as it is.
+void llenarSiVacia(db::Connection &conexion, QDate hoy);
+
 } // namespace demo

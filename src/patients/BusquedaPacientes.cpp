@@ -64,6 +64,37 @@ QString porEdad(const db::Dialect &dialecto, QDate hoy, const FiltroPacientes &f
     return sql;
 }
 
+// The part of an account that counts: this year's only, where the practice says so.
+QString desdeCuando(db::Entorno &entorno)
+{
+    db::Connection &conexion = entorno.conexion();
+    if (!db::Config(conexion).bandera(u"versaldoanioactual"))
+        return {};
+    return QStringLiteral(" and fecha >= ") + conexion.dialect().dayStart(QDate(entorno.clock().today().year(), 1, 1));
+}
+
+base::Resultado<db::Rows> listar(db::Entorno &entorno, const FiltroPacientes &filtro, const QString &saldo)
+{
+    const auto condiciones = clausulas(entorno, filtro);
+    if (!condiciones)
+        return condiciones.rechazo();
+    db::Connection &conexion = entorno.conexion();
+    const QString nombre = conexion.dialect().concat(
+        {QStringLiteral("Apellido"),
+         QStringLiteral("' '"),
+         QStringLiteral("apellido2"),
+         QStringLiteral("', '"),
+         QStringLiteral("Nombres")});
+    return conexion.query(
+        QStringLiteral("SELECT NroHC,%1 AS identificacion,%2 AS paciente,DNI,NroOS,%3 AS saldo"
+                       " FROM [Pacientes] WHERE NroHC <> 0")
+            .arg(
+                identificaPorHistoria(conexion) ? QStringLiteral("numehistoria") : QStringLiteral("NroHC"),
+                nombre,
+                saldo)
+        + *condiciones + QStringLiteral(" ORDER BY Apellido,apellido2,Nombres"));
+}
+
 } // namespace
 
 base::Resultado<QString> clausulas(db::Entorno &entorno, const FiltroPacientes &filtro)
@@ -106,21 +137,23 @@ base::Resultado<QString> clausulas(db::Entorno &entorno, const FiltroPacientes &
 
 base::Resultado<db::Rows> buscarPacientes(db::Entorno &entorno, const FiltroPacientes &filtro)
 {
-    const auto condiciones = clausulas(entorno, filtro);
-    if (!condiciones)
-        return condiciones.rechazo();
-    db::Connection &conexion = entorno.conexion();
-    const QString nombre = conexion.dialect().concat(
-        {QStringLiteral("Apellido"),
-         QStringLiteral("' '"),
-         QStringLiteral("apellido2"),
-         QStringLiteral("', '"),
-         QStringLiteral("Nombres")});
-    return conexion.query(
-        QStringLiteral("SELECT NroHC,%1 AS identificacion,%2 AS paciente,DNI,NroOS,'' AS saldo"
-                       " FROM [Pacientes] WHERE NroHC <> 0")
-            .arg(identificaPorHistoria(conexion) ? QStringLiteral("numehistoria") : QStringLiteral("NroHC"), nombre)
-        + *condiciones + QStringLiteral(" ORDER BY Apellido,apellido2,Nombres"));
+    return listar(entorno, filtro, QStringLiteral("''"));
+}
+
+base::Resultado<db::Rows> buscarPacientesConSaldo(db::Entorno &entorno, const FiltroPacientes &filtro)
+{
+    const db::Dialect &dialecto = entorno.conexion().dialect();
+    const auto suma = [&](const char16_t *columna, const char16_t *tabla, const QString &condicion) {
+        return dialecto.ifNull(
+            QStringLiteral("(SELECT SUM(%1) FROM [%2] WHERE NroPaci = [Pacientes].NroHC%3)")
+                .arg(QStringView(columna), QStringView(tabla), condicion + desdeCuando(entorno)),
+            QStringLiteral("0"));
+    };
+    return listar(
+        entorno,
+        filtro,
+        suma(u"costo", u"Pacientes Ordenes", {}) + u'-'
+            + suma(u"importe", u"Pacientes Pagos", QStringLiteral(" and quien = 'P'")));
 }
 
 std::optional<QString> nombrePaciente(db::Connection &conexion, qint64 nrohc)
@@ -136,10 +169,7 @@ std::optional<QString> nombrePaciente(db::Connection &conexion, qint64 nrohc)
 Saldos::Saldos(db::Entorno &entorno)
     : m_conexion(entorno.conexion())
 {
-    QString desde;
-    if (db::Config(m_conexion).bandera(u"versaldoanioactual"))
-        desde = QStringLiteral(" and fecha >= ")
-            + m_conexion.dialect().dayStart(QDate(entorno.clock().today().year(), 1, 1));
+    const QString desde = desdeCuando(entorno);
     // Always the same number of parameters: one prepared statement serves every page.
     const QString quienes
         = QStringLiteral(" and NroPaci IN (?") + QStringLiteral(",?").repeated(pagina - 1) + QStringLiteral(")");

@@ -53,6 +53,9 @@ enum ColumnaPaciente { ColNroHC, ColIdentificacion, ColNombre, ColDni, ColNroOs,
 /// are worth their cost only for the rows that are looked at, see Saldos.
 [[nodiscard]] base::Resultado<db::Rows> buscarPacientes(db::Entorno &entorno, const FiltroPacientes &filtro);
 
+/// The same with the balance of each as a number: for ordering by it, at the price of computing them all.
+[[nodiscard]] base::Resultado<db::Rows> buscarPacientesConSaldo(db::Entorno &entorno, const FiltroPacientes &filtro);
+
 /// "Apellido, Nombres" of a patient; empty when there is none of that number (any more).
 [[nodiscard]] std::optional<QString> nombrePaciente(db::Connection &conexion, qint64 nrohc);
 

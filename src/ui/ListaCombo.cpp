@@ -73,15 +73,12 @@ void ponerEntradas(QComboBox &lista, const std::vector<std::pair<QString, int>> 
     }
     modelo->appendColumn(items);
 
-    QAbstractItemModel *viejo = lista.model();
     lista.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     if (lista.minimumContentsLength() == 0)
         lista.setMinimumContentsLength(12);
     if (auto *vista = qobject_cast<QListView *>(lista.view()))
         vista->setUniformItemSizes(true);
-    lista.setModel(modelo);
-    if (viejo && viejo->QObject::parent() == &lista)
-        viejo->deleteLater();
+    lista.setModel(modelo); // deletes the one before
     hacerBuscable(lista);
     lista.setCurrentIndex(habia ? lista.findData(elegido) : -1);
 }

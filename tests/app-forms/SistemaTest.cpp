@@ -1,7 +1,7 @@
+#include "app/forms/sistema.h"
 #include "app/Comprobador.h"
 #include "app/MenuPrincipal.h"
 #include "app/forms/AreaFondo.h"
-#include "app/forms/sistema.h"
 #include "db/Error.h"
 #include "support/BaseDePrueba.h"
 #include "support/Prueba.h"
@@ -25,8 +25,8 @@ const QString noEsta = QStringLiteral("Esta ventana todavía no forma parte de e
 const QString recordatorio = QStringLiteral(
     "IMPORTANTE: Recuerde que el programa de esta PC (servidor) debe cerrarse después que el programa de todas las "
     "terminales.");
-const QString falta = QStringLiteral(
-    "No se encuentra la Base de Datos, asigne una ruta válida en el menú 'Red' del programa.");
+const QString falta
+    = QStringLiteral("No se encuentra la Base de Datos, asigne una ruta válida en el menú 'Red' del programa.");
 
 /// A database that is there or not, with the message of its absence.
 class comprobador : public app::Comprobador
@@ -103,8 +103,7 @@ class SistemaTest : public QObject
         base->clienteDeRed = true; // no reminder at closing
         control = std::make_unique<comprobador>(base->guion);
         ventanas = std::make_unique<ui::Ventanas>();
-        ventanas->registrar(
-            QStringLiteral("caja"), ui::Modo::Marco, [this] { return new caja(*base, *ventanas); });
+        ventanas->registrar(QStringLiteral("caja"), ui::Modo::Marco, [this] { return new caja(*base, *ventanas); });
         marco = std::make_unique<app::sistema>(*base, *control, *ventanas);
         caja::seNiega = false;
     }
@@ -204,8 +203,7 @@ private slots:
         control->hayBase = hayBase;
         caja::seNiega = !acepta;
         if (!mensaje.isEmpty())
-            base->guion.esperarMensaje(
-                hayBase ? base::titulo::atencion : QStringLiteral("Error..."), mensaje);
+            base->guion.esperarMensaje(hayBase ? base::titulo::atencion : QStringLiteral("Error..."), mensaje);
         pulsar(QStringLiteral("mencaja"));
         QCOMPARE(control->veces, 1);
         QCOMPARE((ventanas->buscar(QStringLiteral("caja")) ? 10 : 0) + int(entradas().size()), queda);
@@ -364,10 +362,14 @@ private slots:
         QTest::addColumn<QString>("archivo");
         QTest::addColumn<QString>("valor");
         QTest::addColumn<bool>("seVe");
-        QTest::newRow("sin terminación") << "fondoaplicacion" << "1" << true;
-        QTest::newRow("con la suya") << "fondoaplicacion.png" << "fondo" << true;
-        QTest::newRow("no se pide") << "fondoaplicacion.png" << "" << false;
-        QTest::newRow("no está") << "otra.png" << "1" << false;
+        QTest::newRow("sin terminación") << "fondoaplicacion"
+                                         << "1" << true;
+        QTest::newRow("con la suya") << "fondoaplicacion.png"
+                                     << "fondo" << true;
+        QTest::newRow("no se pide") << "fondoaplicacion.png"
+                                    << "" << false;
+        QTest::newRow("no está") << "otra.png"
+                                 << "1" << false;
     }
     void fondo()
     {

@@ -216,7 +216,7 @@ private slots:
         Modulo modulo(carpeta.path(), mensajes, reloj, db::Engines::standard());
         QCOMPARE(Arranque(modulo, {}).iniciar(), Arranque::Destino::Sistema);
         QVERIFY(!modulo.baseLista());
-        QCOMPARE(mensajes.dichos.size(), 1);
+        QVERIFY2(mensajes.dichos.size() == 1, qPrintable(mensajes.dichos.join(u"\n----\n"_qs)));
         QVERIFY2(esDanio(mensajes.dichos[0], {}), qPrintable(mensajes.dichos[0]));
         // Looked at, not touched.
         QFile file(carpeta.filePath(u"Datos.mdb"_qs));

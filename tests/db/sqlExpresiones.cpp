@@ -30,7 +30,7 @@ void SqlExpresiones::expresion_data()
     row("(1+2)*3", "9");
     row("5--3", "8");
     row("5- -3", "8");
-    row("-2^2", "-4.0");
+    row("-2^2", "-4");
     row("2^-1", "0.5");
     row("7/2", "3.5");
     row("6/3", "2.0");
@@ -42,7 +42,7 @@ void SqlExpresiones::expresion_data()
     row("10 mod 6\\2", "1");
     row("1 & 2+3", "15");
     row("1/0", "NULL");
-    row("1 & 1 = 11", "-1");
+    row("1 & 1 = '11'", "-1");
     row("not 1=2 and 1=1", "-1");
     row("1=1 or 1=2 and 1=2", "-1");
     row("not null", "NULL");

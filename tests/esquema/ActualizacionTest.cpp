@@ -264,7 +264,7 @@ void ActualizacionTest::hoursOfAnInterruptedUpgrade()
     QCOMPARE(rows.dateTime(u"ViMaDesde").time(), QTime(7, 30));
     QCOMPARE(rows.integer(u"durtur1"), 30);
     QVERIFY(connection->columns("Lista Doctores").size() > 40);
-    QVERIFY_EXCEPTION_THROWN((void)connection->query("SELECT ViMaDesde FROM [Lista Doctores]"), db::Error);
+    QVERIFY_THROWS_EXCEPTION(db::Error, (void)connection->query("SELECT ViMaDesde FROM [Lista Doctores]"));
 }
 
 void ActualizacionTest::hoursStayWhenTheyCannotBeMoved()
@@ -299,7 +299,7 @@ void ActualizacionTest::hoursStayWhenTheyCannotBeMoved()
     QCOMPARE(
         connection->query("SELECT JuTaDesde FROM [Agenda Turnos Horarios] WHERE iddoctor = 1")->dateTime(0, 0).time(),
         QTime(14, 10));
-    QVERIFY_EXCEPTION_THROWN((void)connection->query("SELECT JuTaDesde FROM [Lista Doctores]"), db::Error);
+    QVERIFY_THROWS_EXCEPTION(db::Error, (void)connection->query("SELECT JuTaDesde FROM [Lista Doctores]"));
 }
 
 void ActualizacionTest::oneBadColumnIsSkipped()

@@ -5,7 +5,9 @@
 #include "db/Config.h"
 #include "db/Error.h"
 #include "db/Recordset.h"
+#include "db/Upgrade.h"
 #include "db/engine/EmbeddedEngine.h"
+#include "support/MensajesGuionados.h"
 
 #include <QElapsedTimer>
 #include <QSet>
@@ -19,6 +21,7 @@ private slots:
     void initTestCase();
     void cleanupTestCase() { m_connection.reset(); }
     void hasEveryTableWhole();
+    void needsNoUpgrade();
     void diagnosesFormOneTree();
     void listsAreFilled_data();
     void listsAreFilled();
@@ -54,6 +57,22 @@ void PlantillaTest::hasEveryTableWhole()
             QVERIFY2(columns[i].type == table.columns[i].type, qPrintable(table.name + u'.' + columns[i].name));
         }
     }
+}
+
+void PlantillaTest::needsNoUpgrade()
+{
+    soporte::MensajesGuionados silent;
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(!db::actualizarAccess(
+        app::esquemaPorRutinas(),
+        [this] {
+            return std::make_unique<db::Connection>(
+                std::make_unique<db::EmbeddedEngine>(m_folder.filePath("Datos_Vacio.mdb"), "kestrel428"));
+        },
+        silent));
+    qInfo("looked through in %lld ms", timer.elapsed());
+    QVERIFY(silent.terminar());
 }
 
 void PlantillaTest::diagnosesFormOneTree()
@@ -192,10 +211,10 @@ void PlantillaTest::firstProfessionalIsTwenty()
 void PlantillaTest::failureLeavesNoFile()
 {
     QTemporaryDir empty;
-    QVERIFY_EXCEPTION_THROWN(
+    QVERIFY_THROWS_EXCEPTION(
+        db::Error,
         catalogos::crearPlantilla(
-            empty.filePath("Datos_Vacio.mdb"), "kestrel428", app::esquemaCompleto(), empty.path()),
-        db::Error);
+            empty.filePath("Datos_Vacio.mdb"), "kestrel428", app::esquemaCompleto(), empty.path()));
     QVERIFY(!QFile::exists(empty.filePath("Datos_Vacio.mdb")));
 }
 

@@ -205,7 +205,7 @@ void ServidorTest::hoursAreMovedBeforeTheyAreDropped()
 
 void ServidorTest::hoursStayWhenTheyCannotBeMoved()
 {
-    m_server->columnas.append({"Lista Doctores", "ViTaDesde"});
+    m_server->columnas.emplaceBack("Lista Doctores", "ViTaDesde");
     m_server->quitar("Agenda Turnos Horarios");
     m_server->rechaza = "INSERT INTO";
     esperarAviso();

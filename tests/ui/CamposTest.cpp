@@ -20,7 +20,7 @@ class CamposTest : public QObject
     Q_OBJECT
 
     /// Acts on the modal box that the next call opens.
-    template<typename Accion>
+    template <typename Accion>
     static void enCuantoAbra(Accion accion)
     {
         QTimer::singleShot(0, qApp, [accion] {

@@ -1,5 +1,5 @@
-#include "support/Prueba.h"
 #include "ui/Grilla.h"
+#include "support/Prueba.h"
 #include "ui/Preferencias.h"
 
 #include <QAbstractItemModelTester>
@@ -45,7 +45,7 @@ db::Rows filas(const std::vector<Fila> &lista)
 const std::vector<Fila> gente{
     {1, "Núñez", "2024-03-05 00:00:00", 12.5},
     {2, "ávila", "1999-12-31 08:05:00", 1000},
-    {3, "Nuza", nullptr, -3},
+    {3, "Nunziata", nullptr, -3},
     {4, "Zeta", "2024-03-05 00:00:00", 2},
     {5, "Ávila", "2001-01-01 00:00:00", 12.5}};
 
@@ -161,7 +161,8 @@ private slots:
     {
         ModeloGrilla modelo(ui::leerEncabezado(QStringLiteral("|Texto")));
         modelo.setColumnaClave(0);
-        modelo.setTexto([](const db::ResultSet &rows, int row, int) { return u"$ " + rows.text(row, 3); });
+        modelo.setTexto(
+            [](const db::ResultSet &rows, int row, int) { return QStringLiteral("$ ") + rows.text(row, 3); });
         modelo.setOrden(0, 3);
         modelo.setRows(filas(gente));
         modelo.sort(0, Qt::DescendingOrder);
@@ -236,8 +237,7 @@ private slots:
             QStringLiteral("Nombre;Nota\r\n\"O'Higgins; \"\"el\"\" viejo\";\"dos\nrenglones\"\r\nAna;\r\n"));
         grilla.elegirFila(0);
         QTest::keyClick(&grilla, Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(
-            QGuiApplication::clipboard()->text(), QStringLiteral("O'Higgins; \"el\" viejo\tdos renglones"));
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("O'Higgins; \"el\" viejo\tdos renglones"));
         QCOMPARE(grilla.comoTexto(false).section(u'\n', 0, 0), QStringLiteral("Nombre\tNota"));
 
         QSignalSpy activada(&grilla, &Grilla::activada);

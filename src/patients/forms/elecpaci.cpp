@@ -6,6 +6,7 @@
 #include "db/Error.h"
 #include "ui/Grilla.h"
 
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -98,7 +99,23 @@ elecpaci::elecpaci(db::Entorno &entorno, ui::Ventanas &ventanas)
     ui::ModeloGrilla &modelo = listapaci->modelo();
     modelo.setColumnaClave(ColNroHC);
     modelo.setTexto([this](const db::ResultSet &filas, int fila, int columna) {
-        return columna + primeraColumna == ColSaldo ? saldo(filas, fila) : filas.text(fila, columna + primeraColumna);
+        const int celda = columna + primeraColumna;
+        if (celda == ColSaldo)
+            return saldo(filas, fila);
+        // Who has no second surname leaves a blank before the comma.
+        const QString texto = filas.text(fila, celda);
+        return celda == ColNombre ? QString(texto).replace(QLatin1String(" , "), QLatin1String(", ")) : texto;
+    });
+
+    for (int columna = 0; columna < modelo.columnCount(); ++columna)
+        modelo.setOrden(columna, columna + primeraColumna);
+    connect(listapaci->horizontalHeader(), &QHeaderView::sortIndicatorChanged, this, [this](int columna) {
+        const bool porSaldo = columna + primeraColumna == ColSaldo;
+        if (porSaldo && !m_porSaldo) {
+            m_porSaldo = true;
+            intentar([this] { buscar(); });
+        }
+        m_porSaldo = porSaldo;
     });
 
     m_pausa->setSingleShot(true);
@@ -166,7 +183,7 @@ void elecpaci::buscar()
     FiltroPacientes filtro;
     filtro.apellido = apellidoredu->text();
     filtro.nombres = nombresredu->text();
-    const auto filas = buscarPacientes(entorno(), filtro);
+    const auto filas = m_porSaldo ? buscarPacientesConSaldo(entorno(), filtro) : buscarPacientes(entorno(), filtro);
     if (!filas) {
         aceptado(filas.rechazo());
         return;
@@ -253,6 +270,8 @@ void elecpaci::irALista()
 
 QString elecpaci::saldo(const db::ResultSet &filas, int fila)
 {
+    if (m_porSaldo && !filas.isNull(fila, ColSaldo))
+        return base::dinero(filas.real(fila, ColSaldo));
     const qint64 nrohc = filas.integer(fila, ColNroHC);
     if (const auto conocido = m_saldos.constFind(nrohc); conocido != m_saldos.constEnd())
         return *conocido;

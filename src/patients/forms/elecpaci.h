@@ -51,6 +51,7 @@ private:
     [[nodiscard]] QString saldo(const db::ResultSet &filas, int fila);
 
     int m_modo = 1;
+    bool m_porSaldo = false; ///< ordered by balance: then all of them are read, not only those looked at
     QTimer *m_pausa;
     QHash<qint64, QString> m_saldos; ///< by patient, of the rows looked at since the last search
 };
