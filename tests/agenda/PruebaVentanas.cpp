@@ -19,6 +19,7 @@
 #include <QPlainTextEdit>
 #include <QSpinBox>
 #include <QTimer>
+#include <QToolButton>
 
 using namespace agenda;
 

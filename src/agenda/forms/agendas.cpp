@@ -101,13 +101,13 @@ void agendas::cargarProfesionales()
     ui::ponerEntradas(*lisdocto, entradas);
 }
 
-int agendas::doctor() const { return ui::idElegido(*lisdocto); }
-
 void agendas::recargar()
 {
+    // While a name is being typed the list holds no choice: the day shown stays that of the last one.
+    m_doctor = ui::idElegido(*lisdocto, m_doctor);
     fechadia->setHoy(entorno().clock().today());
-    m_dia = cargarDia(conexion(), doctor(), fechadia->fecha(), entorno().clock().today());
-    m_noLaborables = listarDiasNoLaborables(conexion(), doctor());
+    m_dia = cargarDia(conexion(), m_doctor, fechadia->fecha(), entorno().clock().today());
+    m_noLaborables = listarDiasNoLaborables(conexion(), m_doctor);
     mostrarDia();
     mostrarMarcas();
     mostrarResumen();
@@ -140,7 +140,7 @@ void agendas::mostrarMarcas()
     const QDate fecha = fechadia->fecha();
     const QDate desde(fecha.year(), fecha.month(), 1), hasta(fecha.year(), fecha.month(), fecha.daysInMonth());
     fechadia->setMarcas(
-        diasConTurnos(conexion(), doctor(), desde, hasta), diasNoLaborablesEntre(m_noLaborables, desde, hasta));
+        diasConTurnos(conexion(), m_doctor, desde, hasta), diasNoLaborablesEntre(m_noLaborables, desde, hasta));
 }
 
 void agendas::mostrarResumen()
@@ -193,14 +193,14 @@ void agendas::habilitar()
         hayLibres = hayLibres || clave < 0;
         hayOcupados = hayOcupados || clave > 0;
     }
-    nuevo->setEnabled(doctor() != 0);
+    nuevo->setEnabled(m_doctor != 0);
     liberar->setEnabled(hayOcupados);
     bloquear->setEnabled(hayLibres);
     for (QPushButton *boton : {sinollego, sinoatendido, modifobservacion, modifmoticonsul, modifhora})
         boton->setEnabled(turno);
     sinollego->setText(turno && fila->llegado ? tr("No &llegó") : tr("&Llegó"));
     sinoatendido->setText(turno && fila->atendido ? tr("No &atendido") : tr("&Atendido"));
-    horarios->setEnabled(doctor() != 0);
+    horarios->setEnabled(m_doctor != 0);
 }
 
 QStringList agendas::turnosElegidos() const
@@ -217,7 +217,7 @@ QStringList agendas::turnosElegidos() const
 void agendas::abrirReserva()
 {
     ui::Pedido pedido;
-    pedido.datos = {{QStringLiteral("doctor"), doctor()}, {QStringLiteral("turnos"), turnosElegidos()}};
+    pedido.datos = {{QStringLiteral("doctor"), m_doctor}, {QStringLiteral("turnos"), turnosElegidos()}};
     const QPointer<agendas> esta(this);
     pedido.alTerminar = [esta](const QVariantMap &) {
         if (esta)
@@ -248,7 +248,7 @@ void agendas::bloquearElegidos()
             libres.append(m_dia.momento(*fila));
     if (libres.isEmpty())
         return;
-    aceptado(agenda::bloquear(entorno(), doctor(), libres));
+    aceptado(agenda::bloquear(entorno(), m_doctor, libres));
     recargar();
 }
 
@@ -331,7 +331,7 @@ void agendas::conectar()
     alPulsar(modifhora, [this] { abrirDeTurno(QStringLiteral("agendamodifturno")); });
     alPulsar(horarios, [this] {
         ui::Pedido pedido;
-        pedido.datos = {{QStringLiteral("doctor"), doctor()}};
+        pedido.datos = {{QStringLiteral("doctor"), m_doctor}};
         ventanas().abrir(QStringLiteral("agendahorarios"), pedido, this);
     });
     connect(tiempo, &QTimer::timeout, this, &agendas::alTic);

@@ -72,7 +72,6 @@ private:
     void mostrarDetalle();
     void habilitar();
 
-    [[nodiscard]] int doctor() const;
     [[nodiscard]] const FilaDia *filaDe(qint64 clave) const;
     [[nodiscard]] const FilaDia *filaActual() const;
     /// Times of the selected rows that may get an appointment, the current row first where it is not free.
@@ -88,6 +87,7 @@ private:
     void irA(QDate fecha);
     void alTic();
 
+    int m_doctor = 0; ///< whose day is shown; 0 while there are no professionals
     DiaAgenda m_dia;
     QVector<DiaNoLaborable> m_noLaborables;
     qint64 m_detalleDe = 0;
