@@ -111,6 +111,19 @@ private slots:
         QCOMPARE(m_base->valor(u"SELECT UltimoPaci FROM [Config]"_s), u"3"_s);
     }
 
+    void unaCoberturaQueNoExisteSeDice()
+    {
+        auto *v = abrir<nuevopaci>(u"nuevopaci"_s);
+        v->apellidor->setText(u"Paz"_s);
+        v->nombresr->setText(u"Luz"_s);
+        v->coberturar->setEditText(u"Mutual inventada"_s);
+        m_base->guion.esperarMensaje(u"Aviso..."_s, u"Debe seleccionar la Cobertura Médica del Paciente"_s);
+        v->guardar->click();
+        v->coberturar->setEditText(QString());
+        v->guardar->click();
+        QCOMPARE(m_resultados.size(), 1);
+    }
+
     void noEscribeMasDeLoQueEntra()
     {
         auto *v = abrir<nuevopaci>(u"nuevopaci"_s);
