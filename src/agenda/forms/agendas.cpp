@@ -41,27 +41,24 @@ agendas::agendas(db::Entorno &entorno, ui::Ventanas &ventanas)
     : Ventana(entorno, ventanas, QStringLiteral("agendas"), tr("Agenda de Turnos"))
 {
     construir();
-    conectar();
     fechadia->setHoy(entorno.clock().today());
     fechadia->setFecha(entorno.clock().today());
+    conectar();
 }
 
 bool agendas::preparar(const ui::Pedido &pedido)
 {
+    // The day is loaded once, below.
+    const QSignalBlocker callaLista(lisdocto), callaFecha(fechadia);
     cargarProfesionales();
-    if (const int pedido_ = pedido.datos.value(QStringLiteral("doctor")).toInt(); pedido_ != 0)
-        ui::elegirId(*lisdocto, pedido_);
+    if (const int suyo = pedido.datos.value(QStringLiteral("doctor")).toInt(); suyo != 0)
+        ui::elegirId(*lisdocto, suyo);
     else if (lisdocto->currentIndex() < 0)
         ui::elegirId(*lisdocto, db::profesionalActivo(entorno()));
-    if (lisdocto->currentIndex() < 0 && lisdocto->count() > 0) {
-        const QSignalBlocker calla(lisdocto);
+    if (lisdocto->currentIndex() < 0 && lisdocto->count() > 0)
         lisdocto->setCurrentIndex(0);
-    }
     fechadia->setPrimerDia(primerDiaSemana(conexion()));
-    if (const QDate fecha = pedido.datos.value(QStringLiteral("fecha")).toDate(); fecha.isValid()) {
-        const QSignalBlocker calla(fechadia);
-        fechadia->setFecha(fecha);
-    }
+    fechadia->setFecha(pedido.datos.value(QStringLiteral("fecha")).toDate());
     quitarFilaTemporal(conexion());
     recargar();
     lista->setFocus();
@@ -114,6 +111,26 @@ void agendas::recargar()
     m_detalleDe = 0;
     mostrarDetalle();
     habilitar();
+}
+
+void agendas::recargarEn(std::optional<QTime> hora)
+{
+    recargar();
+    if (!hora || lista->filaActual() >= 0)
+        return;
+    // What was done gave the row another identity: its hour stays chosen. Not so when another station changed the day,
+    // where the hour may now be another patient's.
+    for (const FilaDia &fila : m_dia.filas)
+        if (fila.hora == *hora) {
+            lista->elegirFila(lista->modelo().filaDe(fila.clave()));
+            return;
+        }
+}
+
+std::optional<QTime> agendas::horaActual() const
+{
+    const FilaDia *fila = filaActual();
+    return fila ? std::optional(fila->hora) : std::nullopt;
 }
 
 void agendas::mostrarDia()
@@ -219,9 +236,9 @@ void agendas::abrirReserva()
     ui::Pedido pedido;
     pedido.datos = {{QStringLiteral("doctor"), m_doctor}, {QStringLiteral("turnos"), turnosElegidos()}};
     const QPointer<agendas> esta(this);
-    pedido.alTerminar = [esta](const QVariantMap &) {
+    pedido.alTerminar = [esta, hora = horaActual()](const QVariantMap &) {
         if (esta)
-            esta->actualizar();
+            esta->intentar([&] { esta->recargarEn(hora); });
     };
     ventanas().abrir(QStringLiteral("agendanuevoturno"), pedido, this);
 }
@@ -234,10 +251,11 @@ void agendas::liberarElegidos()
             ids.append(clave);
     if (ids.isEmpty())
         return;
+    const auto hora = horaActual();
     const auto resultado = agenda::liberar(entorno(), ids);
     if (!resultado)
         aceptado(resultado.rechazo());
-    recargar();
+    recargarEn(hora);
 }
 
 void agendas::bloquearElegidos()
@@ -248,8 +266,9 @@ void agendas::bloquearElegidos()
             libres.append(m_dia.momento(*fila));
     if (libres.isEmpty())
         return;
+    const auto hora = horaActual();
     aceptado(agenda::bloquear(entorno(), m_doctor, libres));
-    recargar();
+    recargarEn(hora);
 }
 
 void agendas::cambiar(const std::function<base::Control(const FilaDia &)> &cambio)
@@ -260,7 +279,7 @@ void agendas::cambiar(const std::function<base::Control(const FilaDia &)> &cambi
     // The day may load again while the rule asks the person something.
     const FilaDia fila = *actual;
     aceptado(cambio(fila));
-    recargar();
+    recargarEn(fila.hora);
 }
 
 void agendas::abrirDeTurno(const QString &ventana)

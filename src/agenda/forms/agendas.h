@@ -66,6 +66,8 @@ private:
 
     void cargarProfesionales();
     void recargar();
+    /// recargar() after an action of this window: the row of that hour stays chosen.
+    void recargarEn(std::optional<QTime> hora);
     void mostrarDia();
     void mostrarMarcas();
     void mostrarResumen();
@@ -74,6 +76,7 @@ private:
 
     [[nodiscard]] const FilaDia *filaDe(qint64 clave) const;
     [[nodiscard]] const FilaDia *filaActual() const;
+    [[nodiscard]] std::optional<QTime> horaActual() const;
     /// Times of the selected rows that may get an appointment, the current row first where it is not free.
     [[nodiscard]] QStringList turnosElegidos() const;
 
