@@ -63,7 +63,6 @@ QPalette paletaDe(const Tonos &t)
         paleta.setColor(QPalette::Disabled, papel, QColor(t.tenue));
     paleta.setColor(QPalette::Disabled, QPalette::Base, QColor(t.ventana));
     paleta.setColor(QPalette::Disabled, QPalette::Highlight, QColor(t.borde));
-    paleta.setColor(QPalette::Inactive, QPalette::Highlight, QColor(t.resalte).lighter(125));
     return paleta;
 }
 

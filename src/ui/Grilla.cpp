@@ -94,21 +94,36 @@ QString Grilla::claveAnchos() const
     return QStringLiteral("anchos/") + (ventana ? ventana->objectName() + u'.' : QString()) + objectName();
 }
 
+int Grilla::anchoPropio(int columna) const
+{
+    const ColumnaGrilla &suya = m_modelo->columnas()[size_t(columna)];
+    if (suya.caracteres == 0)
+        return 0;
+    const QFontMetrics letra = horizontalHeader()->fontMetrics();
+    // Room beside the title for the mark of the order.
+    return qMax(suya.caracteres * letra.averageCharWidth(), letra.horizontalAdvance(suya.titulo)) + 24;
+}
+
 void Grilla::ponerAnchos()
 {
-    const QFontMetrics letra = horizontalHeader()->fontMetrics();
     const QStringList guardados = Preferencias::leer(claveAnchos()).split(u',', Qt::SkipEmptyParts);
     const bool valen = guardados.size() == m_modelo->columnCount();
     for (int i = 0; i < m_modelo->columnCount(); ++i) {
-        const ColumnaGrilla &columna = m_modelo->columnas()[size_t(i)];
-        if (columna.caracteres == 0)
-            continue;
         const int guardado = valen ? guardados[i].toInt() : 0;
-        // Room beside the title for the mark of the order.
-        const int propio
-            = qMax(columna.caracteres * letra.averageCharWidth(), letra.horizontalAdvance(columna.titulo)) + 24;
-        setColumnWidth(i, guardado > 0 ? qMin(guardado, 4000) : propio);
+        if (!isColumnHidden(i))
+            setColumnWidth(i, guardado > 0 ? qMin(guardado, 4000) : anchoPropio(i));
     }
+}
+
+QSize Grilla::sizeHint() const
+{
+    int ancho = 2 * frameWidth() + verticalScrollBar()->sizeHint().width();
+    for (int i = 0; i < m_modelo->columnCount(); ++i)
+        if (!isColumnHidden(i))
+            ancho += anchoPropio(i);
+    const int alto
+        = 2 * frameWidth() + horizontalHeader()->sizeHint().height() + 12 * verticalHeader()->defaultSectionSize();
+    return {qBound(260, ancho, 900), alto};
 }
 
 void Grilla::showEvent(QShowEvent *event)
