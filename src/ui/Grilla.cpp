@@ -194,9 +194,14 @@ void Grilla::recargar(const std::function<void()> &cambio)
     if (elegidasAntes.size() > 1) {
         const std::unordered_set<qint64> buscadas(elegidasAntes.begin(), elegidasAntes.end());
         QItemSelection elegidas;
-        for (int fila = 0, n = m_modelo->rowCount(); fila < n; ++fila)
-            if (const qint64 clave = m_modelo->clave(fila); clave != 0 && buscadas.contains(clave))
-                elegidas.select(m_modelo->index(fila, 0), m_modelo->index(fila, m_modelo->columnCount() - 1));
+        const int filas = m_modelo->rowCount(), ultima = m_modelo->columnCount() - 1;
+        for (int fila = 0, desde = -1; fila <= filas; ++fila) {
+            const bool elegida = fila < filas && buscadas.contains(m_modelo->clave(fila)) && m_modelo->clave(fila) != 0;
+            if (elegida && desde < 0)
+                desde = fila;
+            if (!elegida && desde >= 0)
+                elegidas.select(m_modelo->index(std::exchange(desde, -1), 0), m_modelo->index(fila - 1, ultima));
+        }
         selectionModel()->select(elegidas, QItemSelectionModel::Select);
     }
     // The scroll bars learn the new number of rows only with the layout that is still pending.
