@@ -62,6 +62,6 @@ int main(int argc, char *argv[])
     (void)arranque.iniciar();
 
     app::sistema sistema(modulo, modulo, ventanas);
-    sistema.show();
+    sistema.showMaximized();
     return QApplication::exec();
 }

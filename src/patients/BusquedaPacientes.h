@@ -21,23 +21,23 @@ struct FiltroPacientes {
 
     /// Only `apellido` and `nombres` count; active and inactive patients alike.
     bool reducido = true;
-    QString apellido;
-    QString nombres;
+    QString apellido = {};
+    QString nombres = {};
 
     Actividad actividad = Actividad::Activos;
-    QString numehistoria; ///< or the internal number, where the practice identifies patients by that
-    QString apellido2;
-    QString dni;
-    QString telefono;
-    QString nroos;
-    QString fecnac; ///< a whole date
-    std::optional<int> sexo; ///< position in the list of sexes
+    QString numehistoria = {}; ///< or the internal number, where the practice identifies patients by that
+    QString apellido2 = {};
+    QString dni = {};
+    QString telefono = {};
+    QString nroos = {};
+    QString fecnac = {}; ///< a whole date
+    std::optional<int> sexo = {}; ///< position in the list of sexes
     Cobertura cobertura = Cobertura::Todas;
     int idcobertura = 0; ///< with Cobertura::Con; 0: any insurer
     int idciudad = 0; ///< 0: any
     int idprovincia = 0; ///< 0: any
-    std::optional<int> edadDesde; ///< in calendar years begun
-    std::optional<int> edadHasta;
+    std::optional<int> edadDesde = {}; ///< in calendar years begun
+    std::optional<int> edadHasta = {};
 
     bool operator==(const FiltroPacientes &) const = default;
 };

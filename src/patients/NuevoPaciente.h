@@ -16,13 +16,13 @@ namespace patients {
 
 /// What the reduced form of a new patient asks, as typed.
 struct DatosReducidos {
-    QString apellido;
-    QString nombres;
-    QString dni;
-    QString telefono;
-    int idcobertura = 0; ///< `id` of [Lista Coberturas]; 0: no insurer chosen
-    QString domicilio;
-    QString email;
+    QString apellido = {};
+    QString nombres = {};
+    QString dni = {};
+    QString telefono = {};
+    int idcobertura = 0; ///< `id` of [Lista Coberturas]; 0: no insurer chosen, below: what was typed is none
+    QString domicilio = {};
+    QString email = {};
 
     bool operator==(const DatosReducidos &) const = default;
 };
@@ -30,8 +30,8 @@ struct DatosReducidos {
 /// A patient that was just stored.
 struct PacienteCreado {
     int nrohc = 0;
-    QString numehistoria;
-    QString nombre; ///< "Apellido, Nombres"
+    QString numehistoria = {};
+    QString nombre = {}; ///< "Apellido, Nombres"
 
     bool operator==(const PacienteCreado &) const = default;
 };

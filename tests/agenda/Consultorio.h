@@ -65,7 +65,7 @@ public:
 
     void configurar(const char *columna, const QVariant &dato)
     {
-        db::Config(conexion()).guardar(QLatin1String(columna), dato);
+        db::Config(conexion()).guardar(QString::fromLatin1(columna), dato);
     }
 
     void quitarDerecho(const char *derecho)

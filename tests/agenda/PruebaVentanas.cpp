@@ -19,6 +19,7 @@
 #include <QPlainTextEdit>
 #include <QSpinBox>
 #include <QTimer>
+#include <QToolButton>
 
 using namespace agenda;
 
@@ -54,14 +55,25 @@ class PruebaVentanas : public QObject
     agendas *abrirAgenda(QDate fecha = Consultorio::lunes())
     {
         auto *a = qobject_cast<agendas *>(ventanas->abrir("agendas", {{{"fecha", fecha}}, {}}));
-        if (a)
-            a->lista->setFocus();
+        activar(a);
         return a;
     }
+    /// Keys reach their shortcuts in the active window only.
+    static void activar(QWidget *ventana)
+    {
+        QVERIFY(QTest::qWaitForWindowExposed(ventana));
+        QCoreApplication::processEvents(); // an opener's own activation may still be on its way
+        ventana->activateWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), ventana);
+    }
+    /// The open dialog of that name, once it is the active window.
     template <typename Form>
     Form *abierta(const char *nombre)
     {
-        return qobject_cast<Form *>(ventanas->buscar(QLatin1String(nombre)));
+        auto *form = qobject_cast<Form *>(ventanas->buscar(QLatin1String(nombre)));
+        if (form)
+            activar(form);
+        return form;
     }
     static void pulsar(QAbstractButton *boton)
     {
@@ -122,9 +134,9 @@ private slots:
         n->observacionestur->setPlainText("ayuno");
         QTest::keyClick(n, Qt::Key_S, Qt::ControlModifier);
         QTRY_VERIFY(!ventanas->buscar("agendanuevoturno"));
+        activar(a);
 
         QCOMPARE(celda(a, 0), QString("10:20"));
-        elegir(a, "10:20");
         QCOMPARE(celda(a, 1), QString("Paz, Eva"));
         QCOMPARE(celda(a, 7), QString("NO"));
         QVERIFY(a->detalle->text().contains("Paciente: Paz, Eva"));
@@ -220,6 +232,8 @@ private slots:
         pulsar(n->guardar);
         QVERIFY(n->isVisible());
 
+        activar(n);
+        n->nuevoturno->setFocus();
         n->nuevoturno->setText("mañana");
         base->guion.esperarMensaje("ERROR...", "ERROR en la Fecha del Turno.");
         QTest::keyClick(n->nuevoturno, Qt::Key_Return);
@@ -246,6 +260,7 @@ private slots:
         o->observacionestur->setPlainText("dos\nrenglones");
         pulsar(o->guardar);
         QTRY_COMPARE(a->dia().filas[2].observaciones, QString("dos\nrenglones"));
+        activar(a);
 
         elegir(a, "09:40");
         QTest::keyClick(a->lista, Qt::Key_F9);

@@ -41,27 +41,24 @@ agendas::agendas(db::Entorno &entorno, ui::Ventanas &ventanas)
     : Ventana(entorno, ventanas, QStringLiteral("agendas"), tr("Agenda de Turnos"))
 {
     construir();
-    conectar();
     fechadia->setHoy(entorno.clock().today());
     fechadia->setFecha(entorno.clock().today());
+    conectar();
 }
 
 bool agendas::preparar(const ui::Pedido &pedido)
 {
+    // The day is loaded once, below.
+    const QSignalBlocker callaLista(lisdocto), callaFecha(fechadia);
     cargarProfesionales();
-    if (const int pedido_ = pedido.datos.value(QStringLiteral("doctor")).toInt(); pedido_ != 0)
-        ui::elegirId(*lisdocto, pedido_);
+    if (const int suyo = pedido.datos.value(QStringLiteral("doctor")).toInt(); suyo != 0)
+        ui::elegirId(*lisdocto, suyo);
     else if (lisdocto->currentIndex() < 0)
         ui::elegirId(*lisdocto, db::profesionalActivo(entorno()));
-    if (lisdocto->currentIndex() < 0 && lisdocto->count() > 0) {
-        const QSignalBlocker calla(lisdocto);
+    if (lisdocto->currentIndex() < 0 && lisdocto->count() > 0)
         lisdocto->setCurrentIndex(0);
-    }
     fechadia->setPrimerDia(primerDiaSemana(conexion()));
-    if (const QDate fecha = pedido.datos.value(QStringLiteral("fecha")).toDate(); fecha.isValid()) {
-        const QSignalBlocker calla(fechadia);
-        fechadia->setFecha(fecha);
-    }
+    fechadia->setFecha(pedido.datos.value(QStringLiteral("fecha")).toDate());
     quitarFilaTemporal(conexion());
     recargar();
     lista->setFocus();
@@ -101,19 +98,39 @@ void agendas::cargarProfesionales()
     ui::ponerEntradas(*lisdocto, entradas);
 }
 
-int agendas::doctor() const { return ui::idElegido(*lisdocto); }
-
 void agendas::recargar()
 {
+    // While a name is being typed the list holds no choice: the day shown stays that of the last one.
+    m_doctor = ui::idElegido(*lisdocto, m_doctor);
     fechadia->setHoy(entorno().clock().today());
-    m_dia = cargarDia(conexion(), doctor(), fechadia->fecha(), entorno().clock().today());
-    m_noLaborables = listarDiasNoLaborables(conexion(), doctor());
+    m_dia = cargarDia(conexion(), m_doctor, fechadia->fecha(), entorno().clock().today());
+    m_noLaborables = listarDiasNoLaborables(conexion(), m_doctor);
     mostrarDia();
     mostrarMarcas();
     mostrarResumen();
     m_detalleDe = 0;
     mostrarDetalle();
     habilitar();
+}
+
+void agendas::recargarEn(std::optional<QTime> hora)
+{
+    recargar();
+    if (!hora || lista->filaActual() >= 0)
+        return;
+    // What was done gave the row another identity: its hour stays chosen. Not so when another station changed the day,
+    // where the hour may now be another patient's.
+    for (const FilaDia &fila : m_dia.filas)
+        if (fila.hora == *hora) {
+            lista->elegirFila(lista->modelo().filaDe(fila.clave()));
+            return;
+        }
+}
+
+std::optional<QTime> agendas::horaActual() const
+{
+    const FilaDia *fila = filaActual();
+    return fila ? std::optional(fila->hora) : std::nullopt;
 }
 
 void agendas::mostrarDia()
@@ -140,7 +157,7 @@ void agendas::mostrarMarcas()
     const QDate fecha = fechadia->fecha();
     const QDate desde(fecha.year(), fecha.month(), 1), hasta(fecha.year(), fecha.month(), fecha.daysInMonth());
     fechadia->setMarcas(
-        diasConTurnos(conexion(), doctor(), desde, hasta), diasNoLaborablesEntre(m_noLaborables, desde, hasta));
+        diasConTurnos(conexion(), m_doctor, desde, hasta), diasNoLaborablesEntre(m_noLaborables, desde, hasta));
 }
 
 void agendas::mostrarResumen()
@@ -193,14 +210,14 @@ void agendas::habilitar()
         hayLibres = hayLibres || clave < 0;
         hayOcupados = hayOcupados || clave > 0;
     }
-    nuevo->setEnabled(doctor() != 0);
+    nuevo->setEnabled(m_doctor != 0);
     liberar->setEnabled(hayOcupados);
     bloquear->setEnabled(hayLibres);
     for (QPushButton *boton : {sinollego, sinoatendido, modifobservacion, modifmoticonsul, modifhora})
         boton->setEnabled(turno);
     sinollego->setText(turno && fila->llegado ? tr("No &llegó") : tr("&Llegó"));
     sinoatendido->setText(turno && fila->atendido ? tr("No &atendido") : tr("&Atendido"));
-    horarios->setEnabled(doctor() != 0);
+    horarios->setEnabled(m_doctor != 0);
 }
 
 QStringList agendas::turnosElegidos() const
@@ -217,11 +234,11 @@ QStringList agendas::turnosElegidos() const
 void agendas::abrirReserva()
 {
     ui::Pedido pedido;
-    pedido.datos = {{QStringLiteral("doctor"), doctor()}, {QStringLiteral("turnos"), turnosElegidos()}};
+    pedido.datos = {{QStringLiteral("doctor"), m_doctor}, {QStringLiteral("turnos"), turnosElegidos()}};
     const QPointer<agendas> esta(this);
-    pedido.alTerminar = [esta](const QVariantMap &) {
+    pedido.alTerminar = [esta, hora = horaActual()](const QVariantMap &) {
         if (esta)
-            esta->actualizar();
+            esta->intentar([&] { esta->recargarEn(hora); });
     };
     ventanas().abrir(QStringLiteral("agendanuevoturno"), pedido, this);
 }
@@ -234,10 +251,11 @@ void agendas::liberarElegidos()
             ids.append(clave);
     if (ids.isEmpty())
         return;
+    const auto hora = horaActual();
     const auto resultado = agenda::liberar(entorno(), ids);
     if (!resultado)
         aceptado(resultado.rechazo());
-    recargar();
+    recargarEn(hora);
 }
 
 void agendas::bloquearElegidos()
@@ -248,8 +266,9 @@ void agendas::bloquearElegidos()
             libres.append(m_dia.momento(*fila));
     if (libres.isEmpty())
         return;
-    aceptado(agenda::bloquear(entorno(), doctor(), libres));
-    recargar();
+    const auto hora = horaActual();
+    aceptado(agenda::bloquear(entorno(), m_doctor, libres));
+    recargarEn(hora);
 }
 
 void agendas::cambiar(const std::function<base::Control(const FilaDia &)> &cambio)
@@ -260,7 +279,7 @@ void agendas::cambiar(const std::function<base::Control(const FilaDia &)> &cambi
     // The day may load again while the rule asks the person something.
     const FilaDia fila = *actual;
     aceptado(cambio(fila));
-    recargar();
+    recargarEn(fila.hora);
 }
 
 void agendas::abrirDeTurno(const QString &ventana)
@@ -331,7 +350,7 @@ void agendas::conectar()
     alPulsar(modifhora, [this] { abrirDeTurno(QStringLiteral("agendamodifturno")); });
     alPulsar(horarios, [this] {
         ui::Pedido pedido;
-        pedido.datos = {{QStringLiteral("doctor"), doctor()}};
+        pedido.datos = {{QStringLiteral("doctor"), m_doctor}};
         ventanas().abrir(QStringLiteral("agendahorarios"), pedido, this);
     });
     connect(tiempo, &QTimer::timeout, this, &agendas::alTic);

@@ -66,15 +66,17 @@ private:
 
     void cargarProfesionales();
     void recargar();
+    /// recargar() after an action of this window: the row of that hour stays chosen.
+    void recargarEn(std::optional<QTime> hora);
     void mostrarDia();
     void mostrarMarcas();
     void mostrarResumen();
     void mostrarDetalle();
     void habilitar();
 
-    [[nodiscard]] int doctor() const;
     [[nodiscard]] const FilaDia *filaDe(qint64 clave) const;
     [[nodiscard]] const FilaDia *filaActual() const;
+    [[nodiscard]] std::optional<QTime> horaActual() const;
     /// Times of the selected rows that may get an appointment, the current row first where it is not free.
     [[nodiscard]] QStringList turnosElegidos() const;
 
@@ -88,6 +90,7 @@ private:
     void irA(QDate fecha);
     void alTic();
 
+    int m_doctor = 0; ///< whose day is shown; 0 while there are no professionals
     DiaAgenda m_dia;
     QVector<DiaNoLaborable> m_noLaborables;
     qint64 m_detalleDe = 0;

@@ -151,7 +151,7 @@ QString elecpaci::ayuda() const
 
 void elecpaci::keyPressEvent(QKeyEvent *event)
 {
-    const bool enFiltro = apellidoredu->hasFocus() || nombresredu->hasFocus();
+    const bool enFiltro = focusWidget() == apellidoredu || focusWidget() == nombresredu;
     const bool hayFiltro = !apellidoredu->text().isEmpty() || !nombresredu->text().isEmpty();
     if (event->key() == Qt::Key_Escape && hayFiltro) {
         apellidoredu->clear();

@@ -1,0 +1,307 @@
+#include "db/Config.h"
+#include "patients/forms/Registro.h"
+#include "patients/forms/elecpaci.h"
+#include "patients/forms/nuevopaci.h"
+#include "support/BaseDePrueba.h"
+#include "support/Prueba.h"
+#include "ui/Grilla.h"
+#include "ui/ListaCombo.h"
+#include "ui/Ventanas.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+using patients::elecpaci;
+using patients::nuevopaci;
+
+namespace {
+
+/// A patient file that is open; only its name matters here.
+class ficha : public ui::Ventana
+{
+public:
+    ficha(db::Entorno &entorno, ui::Ventanas &ventanas)
+        : Ventana(entorno, ventanas, u"pacientes"_s, u"Ficha del Paciente"_s)
+    {
+    }
+    using Ventana::datos;
+};
+
+} // namespace
+
+class ventanas : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_base = std::make_unique<soporte::BaseDePrueba>();
+        m_ventanas = std::make_unique<ui::Ventanas>();
+        m_resultados.clear();
+        patients::registrarVentanas(*m_base, *m_ventanas);
+        db::Config config(m_base->conexion());
+        config.guardar(u"UltimoPaci", 0);
+        config.guardar(u"prefijohc", u"HC-"_s);
+        config.guardar(u"numerohc", u"1"_s);
+        for (const auto &[apellido, nombres] :
+             {std::pair(u"PÉREZ"_s, u"ANA"_s), {u"GÓMEZ"_s, u"LUIS"_s}, {u"O'HIGGINS"_s, u"EVA"_s}})
+            (void)patients::insertarPaciente(
+                m_base->conexion(), {{u"Apellido"_s, apellido}, {u"Nombres"_s, nombres}, {u"DNI"_s, apellido}});
+    }
+
+    void cleanup()
+    {
+        m_ventanas.reset();
+        QVERIFY(m_base->guion.terminar());
+        m_base.reset();
+    }
+
+    void nuevoPorTeclado()
+    {
+        auto *v = abrir<nuevopaci>(u"nuevopaci"_s);
+        QCOMPARE(v->windowTitle(), u"Nuevo Paciente"_s);
+        QCOMPARE(v->numehistoria->text(), u"HC-000004"_s);
+        QCOMPARE(v->focusWidget(), v->apellidor);
+        teclear(v, u"d'angelo\r"_s);
+        teclear(v, u"lucía\r"_s);
+        teclear(v, u"30111222\r"_s);
+        QCOMPARE(v->focusWidget(), v->telparr);
+        teclear(v, u"4551234"_s);
+        ui::elegirId(*v->coberturar, 2);
+        QTest::keyClick(v->focusWidget(), Qt::Key_S, Qt::ControlModifier);
+
+        QVERIFY(!m_ventanas->buscar(u"nuevopaci"_s));
+        QCOMPARE(m_resultados.size(), 1);
+        QCOMPARE(m_resultados[0], (QVariantMap{{u"nrohc"_s, 4}, {u"nombre"_s, u"D'ANGELO, LUCÍA"_s}}));
+        QCOMPARE(m_base->valor(u"SELECT idcobertura FROM [Pacientes] WHERE NroHC = 4"_s), u"2"_s);
+    }
+
+    void loRechazadoQuedaEscrito()
+    {
+        auto *v = abrir<nuevopaci>(u"nuevopaci"_s);
+        teclear(v, u"Paz\r"_s);
+        m_base->guion.esperarMensaje(u"Aviso..."_s, u"Debe ingresar el Nombre del Paciente"_s);
+        v->guardar->click();
+        QCOMPARE(v->focusWidget(), v->nombresr);
+        QCOMPARE(v->apellidor->text(), u"Paz"_s);
+
+        v->nombresr->setText(u"Luz"_s);
+        v->dnir->setText(u"pérez"_s);
+        v->emailr->setText(u"luz@correo.example"_s);
+        m_base->guion.esperarMensaje(
+            u"Aviso..."_s,
+            u"Ya existe otro paciente con el Nº de Documento que le quiere ingresar al paciente actual."_s);
+        v->guardar->click();
+        QCOMPARE(v->focusWidget(), v->dnir);
+        QCOMPARE(v->emailr->text(), u"luz@correo.example"_s);
+        QVERIFY(m_ventanas->buscar(u"nuevopaci"_s));
+        QVERIFY(m_resultados.isEmpty());
+
+        // Leaving asks first; the button that says so does not.
+        m_base->guion.esperarPregunta(
+            u"Atención..."_s, u"Hay datos sin guardar. ¿Desea cerrar la ventana de todos modos?"_s, false);
+        QTest::keyClick(v, Qt::Key_Escape);
+        QVERIFY(m_ventanas->buscar(u"nuevopaci"_s));
+        v->cancelar->click();
+        QVERIFY(!m_ventanas->buscar(u"nuevopaci"_s));
+        QCOMPARE(m_base->valor(u"SELECT UltimoPaci FROM [Config]"_s), u"3"_s);
+    }
+
+    void unaCoberturaQueNoExisteSeDice()
+    {
+        auto *v = abrir<nuevopaci>(u"nuevopaci"_s);
+        v->apellidor->setText(u"Paz"_s);
+        v->nombresr->setText(u"Luz"_s);
+        v->coberturar->setEditText(u"Mutual inventada"_s);
+        m_base->guion.esperarMensaje(u"Aviso..."_s, u"Debe seleccionar la Cobertura Médica del Paciente"_s);
+        v->guardar->click();
+        v->coberturar->setEditText(QString());
+        v->guardar->click();
+        QCOMPARE(m_resultados.size(), 1);
+    }
+
+    void noEscribeMasDeLoQueEntra()
+    {
+        auto *v = abrir<nuevopaci>(u"nuevopaci"_s);
+        teclear(v, QString(300, u'a'));
+        v->nombresr->setText(u"Luz"_s);
+        v->guardar->click();
+        QCOMPARE(m_resultados.size(), 1);
+    }
+
+    void sinDerechoNoAbre()
+    {
+        m_base->conexion().execute(u"UPDATE [Lista Doctores] SET accesocrearpaciente = 0"_s);
+        m_base->guion.esperarMensaje(
+            u"Atención..."_s,
+            u"No tiene permiso para ejecutar esta acción. Consulte con el Administrador del sistema para definir sus "
+            "permisos de accesos."_s);
+        QVERIFY(!m_ventanas->abrir(u"nuevopaci"_s));
+        m_base->usuario = 999;
+        m_base->guion.esperarMensaje(
+            u"Atención..."_s, u"Defina un Usuario Activo válido desde la ventana Configuración."_s);
+        QVERIFY(!m_ventanas->abrir(u"nuevopaci"_s));
+    }
+
+    void rotulosPorModo_data()
+    {
+        QTest::addColumn<int>("modo");
+        QTest::addColumn<QString>("boton");
+        QTest::addColumn<QString>("etiqueta");
+        QTest::newRow("ficha") << 1 << u"Ver Paciente"_s << u"Mostrar Ficha del Paciente"_s;
+        QTest::newRow("turno") << 2 << u"Elegir Paciente"_s << u"Seleccione al paciente que le asignará un turno"_s;
+        QTest::newRow("búsqueda") << 3 << u"Buscar Turno"_s << u"Buscar Turno"_s;
+        QTest::newRow("pago") << 4 << u"Elegir Paciente"_s << u"Seleccione al paciente que le asignará un pago"_s;
+    }
+
+    void rotulosPorModo()
+    {
+        QFETCH(int, modo);
+        auto *v = abrir<elecpaci>(u"elecpaci"_s, {{u"modo"_s, modo}});
+        QTEST(v->aceptar->text(), "boton");
+        QTEST(v->etiqueta->text(), "etiqueta");
+        QCOMPARE(v->windowTitle(), u"Elección del Paciente"_s);
+    }
+
+    void eligePorTeclado()
+    {
+        auto *v = abrir<elecpaci>(u"elecpaci"_s, {{u"modo"_s, 2}});
+        QCOMPARE(v->cantidad->text(), u"3 pacientes"_s);
+        QCOMPARE(v->focusWidget(), v->apellidoredu);
+        teclear(v, u"ez"_s);
+        QTRY_COMPARE(v->cantidad->text(), u"2 pacientes"_s); // by itself, after a pause
+        QTest::keyClick(v->focusWidget(), Qt::Key_Down);
+        QCOMPARE(v->focusWidget(), v->listapaci);
+        QTest::keyClick(v->focusWidget(), Qt::Key_Down);
+        QTest::keyClick(v->focusWidget(), Qt::Key_Return);
+        QVERIFY(!m_ventanas->buscar(u"elecpaci"_s));
+        QCOMPARE(m_resultados.size(), 1);
+        QCOMPARE(m_resultados[0], (QVariantMap{{u"nrohc"_s, 1}, {u"nombre"_s, u"PÉREZ, ANA"_s}}));
+    }
+
+    void enterBuscaYEscLimpia()
+    {
+        auto *v = abrir<elecpaci>(u"elecpaci"_s, {{u"modo"_s, 2}});
+        teclear(v, u"o'h\r"_s);
+        QCOMPARE(v->cantidad->text(), u"1 paciente"_s);
+        QCOMPARE(v->listapaci->claveActual(), 3);
+        QTest::keyClick(v, Qt::Key_Escape);
+        QCOMPARE(v->cantidad->text(), u"3 pacientes"_s);
+        QVERIFY(v->apellidoredu->text().isEmpty());
+        QTest::keyClick(v, Qt::Key_Escape);
+        QVERIFY(!m_ventanas->buscar(u"elecpaci"_s));
+        QVERIFY(m_resultados.isEmpty());
+    }
+
+    void muestraSaldosYOrdenaPorEllos()
+    {
+        m_base->conexion().execute(u"INSERT INTO [Pacientes Ordenes] (NroPaci,costo) VALUES (1,1234.5)"_s);
+        m_base->conexion().execute(u"INSERT INTO [Pacientes Ordenes] (NroPaci,costo) VALUES (3,99)"_s);
+        auto *v = abrir<elecpaci>(u"elecpaci"_s, {{u"modo"_s, 2}});
+        QCOMPARE(saldos(v), (QStringList{u"0,00"_s, u"99,00"_s, u"1.234,50"_s}));
+        QCOMPARE(v->listapaci->modelo().index(0, 1).data().toString(), u"GÓMEZ, LUIS"_s);
+        v->listapaci->sortByColumn(4, Qt::DescendingOrder);
+        QCOMPARE(saldos(v), (QStringList{u"1.234,50"_s, u"99,00"_s, u"0,00"_s}));
+        teclear(v, u"ez\r"_s);
+        QCOMPARE(saldos(v), (QStringList{u"1.234,50"_s, u"0,00"_s}));
+    }
+
+    void loQueYaNoEstaSeDice()
+    {
+        auto *v = abrir<elecpaci>(u"elecpaci"_s, {{u"modo"_s, 2}});
+        m_base->guion.esperarMensaje(u"Atención..."_s, u"Debe seleccionar un paciente de la lista."_s);
+        v->aceptar->click();
+        v->listapaci->elegirClave(3);
+        m_base->conexion().execute(u"DELETE FROM [Pacientes] WHERE NroHC = 3"_s);
+        m_base->guion.esperarMensaje(
+            u"Atención..."_s, u"Este paciente no Existe, probablemente a sido eliminado."_s);
+        v->aceptar->click();
+        QCOMPARE(v->cantidad->text(), u"2 pacientes"_s);
+        QVERIFY(m_resultados.isEmpty());
+    }
+
+    void verFicha()
+    {
+        auto *v = abrir<elecpaci>(u"elecpaci"_s, {{u"modo"_s, 1}});
+        v->listapaci->elegirClave(3);
+        m_base->guion.esperarMensaje(
+            u"Atención..."_s,
+            u"Esta ventana todavía no forma parte de esta versión de Vastelo."_s,
+            base::Icono::Informacion);
+        v->aceptar->click();
+
+        m_ventanas->registrar(
+            u"pacientes"_s, ui::Modo::Marco, [this] { return new ficha(*m_base, *m_ventanas); });
+        v->aceptar->click();
+        auto *abierta = static_cast<ficha *>(m_ventanas->buscar(u"pacientes"_s));
+        QVERIFY(abierta);
+        QCOMPARE(abierta->datos().value(u"nrohc"_s).toInt(), 3);
+        QVERIFY(!m_ventanas->buscar(u"elecpaci"_s));
+
+        v = abrir<elecpaci>(u"elecpaci"_s, {{u"modo"_s, 1}});
+        v->listapaci->elegirClave(1);
+        m_base->guion.esperarMensaje(
+            u"Atención..."_s, u"Un Paciente está siendo atendido, para seguir debe cerrar la ficha del Paciente"_s);
+        v->aceptar->click();
+        QCOMPARE(abierta->datos().value(u"nrohc"_s).toInt(), 3);
+    }
+
+    void elNuevoQuedaElegido()
+    {
+        auto *v = abrir<elecpaci>(u"elecpaci"_s, {{u"modo"_s, 2}});
+        teclear(v, u"ibáñez"_s);
+        QTest::keyClick(v->focusWidget(), Qt::Key_N, Qt::ControlModifier);
+        auto *alta = qobject_cast<nuevopaci *>(m_ventanas->buscar(u"nuevopaci"_s));
+        QVERIFY(alta);
+        QCOMPARE(alta->apellidor->text(), u"ibáñez"_s);
+        alta->nombresr->setText(u"Inés"_s);
+        alta->guardar->click();
+        QCOMPARE(v->listapaci->claveActual(), 4);
+        QCOMPARE(v->cantidad->text(), u"4 pacientes"_s);
+        QTest::keyClick(v->listapaci, Qt::Key_Return);
+        QCOMPARE(m_resultados.size(), 1);
+        QCOMPARE(m_resultados[0].value(u"nombre"_s).toString(), u"IBÁÑEZ, INÉS"_s);
+    }
+
+private:
+    template<typename Clase>
+    Clase *abrir(const QString &nombre, const QVariantMap &datos = {})
+    {
+        auto *v = qobject_cast<Clase *>(m_ventanas->abrir(
+            nombre, {.datos = datos, .alTerminar = [this](const QVariantMap &r) { m_resultados << r; }}));
+        Q_ASSERT(v);
+        return v;
+    }
+
+    // As a person types: to whichever field has the focus; "\r" is Enter.
+    static void teclear(QWidget *ventana, const QString &texto)
+    {
+        for (const QChar c : texto) {
+            if (c == u'\r')
+                QTest::keyClick(ventana->focusWidget(), Qt::Key_Return);
+            else
+                QTest::sendKeyEvent(
+                    QTest::Click, ventana->focusWidget(), Qt::Key_unknown, QString(c), Qt::NoModifier);
+        }
+    }
+
+    static QStringList saldos(elecpaci *v)
+    {
+        QStringList textos;
+        const ui::ModeloGrilla &modelo = v->listapaci->modelo();
+        for (int fila = 0; fila < modelo.rowCount(); ++fila)
+            textos << modelo.index(fila, 4).data().toString();
+        return textos;
+    }
+
+    std::unique_ptr<soporte::BaseDePrueba> m_base;
+    std::unique_ptr<ui::Ventanas> m_ventanas;
+    QList<QVariantMap> m_resultados;
+};
+
+PRUEBA(ventanas)
+#include "ventanas.moc"
