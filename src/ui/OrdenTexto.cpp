@@ -8,6 +8,7 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <limits>
 #include <numeric>
@@ -83,7 +84,7 @@ std::vector<int> ordenarUtf8(const std::vector<QByteArrayView> &textos, bool des
         return permutarValores(*numeros, descendente);
 
     struct Clave {
-        quint64 cabeza; ///< first eight bytes, which nearly always decide
+        std::array<quint64, 2> cabeza; ///< first sixteen bytes, which nearly always decide without a look elsewhere
         qsizetype desde;
         qsizetype largo;
         int fila;
@@ -94,9 +95,11 @@ std::vector<int> ordenarUtf8(const std::vector<QByteArrayView> &textos, bool des
     for (const QByteArrayView texto : textos) {
         const qsizetype desde = bloque.size();
         agregarClaveEspanola(texto, bloque);
-        uchar cabeza[8] = {};
-        std::memcpy(cabeza, bloque.constData() + desde, size_t(qMin(qsizetype(8), bloque.size() - desde)));
-        claves.push_back({qFromBigEndian<quint64>(cabeza), desde, bloque.size() - desde, int(claves.size())});
+        const qsizetype largo = bloque.size() - desde;
+        uchar bytes[16] = {};
+        std::memcpy(bytes, bloque.constData() + desde, size_t(qMin(qsizetype(16), largo)));
+        claves.push_back(
+            {{qFromBigEndian<quint64>(bytes), qFromBigEndian<quint64>(bytes + 8)}, desde, largo, int(claves.size())});
     }
     const auto comparar = [&bloque](const Clave &a, const Clave &b) {
         if (a.cabeza != b.cabeza)
