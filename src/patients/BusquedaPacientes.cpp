@@ -181,23 +181,23 @@ Saldos::Saldos(db::Entorno &entorno)
 
 std::vector<double> Saldos::calcular(const std::vector<qint64> &pacientes)
 {
-    QHash<qint64, double> saldos;
+    std::vector<double> valores;
+    valores.reserve(pacientes.size());
     for (size_t inicio = 0; inicio < pacientes.size(); inicio += pagina) {
         const size_t fin = std::min(pacientes.size(), inicio + pagina);
         db::Params parametros;
         for (size_t i = inicio; i < inicio + pagina; ++i)
             parametros << pacientes[std::min(i, fin - 1)];
+        QHash<qint64, double> saldos;
         const auto ordenes = m_conexion.query(m_ordenes, parametros);
         for (int i = 0; i < ordenes->rowCount(); ++i)
             saldos[ordenes->integer(i, 0)] += ordenes->real(i, 1);
         const auto pagos = m_conexion.query(m_pagos, parametros);
         for (int i = 0; i < pagos->rowCount(); ++i)
             saldos[pagos->integer(i, 0)] -= pagos->real(i, 1);
+        for (size_t i = inicio; i < fin; ++i)
+            valores.push_back(saldos.value(pacientes[i]));
     }
-    std::vector<double> valores;
-    valores.reserve(pacientes.size());
-    for (const qint64 nrohc : pacientes)
-        valores.push_back(saldos.value(nrohc));
     return valores;
 }
 

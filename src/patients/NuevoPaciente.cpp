@@ -42,7 +42,9 @@ base::Control controlarObligatorios(const DatosReducidos &datos, bool estricta)
         {datos.nombres.trimmed().isEmpty(), u"Debe ingresar el Nombre del Paciente", u"nombresr"},
         {estricta && datos.dni.trimmed().isEmpty(), u"Debe ingresar el Documento de Identidad del Paciente", u"dnir"},
         {estricta && datos.telefono.trimmed().isEmpty(), u"Debe ingresar el Teléfono del Paciente", u"telparr"},
-        {estricta && datos.idcobertura == 0, u"Debe seleccionar la Cobertura Médica del Paciente", u"coberturar"},
+        {datos.idcobertura < 0 || (estricta && datos.idcobertura == 0),
+         u"Debe seleccionar la Cobertura Médica del Paciente",
+         u"coberturar"},
     };
     for (const Exigencia &e : exigencias)
         if (e.falta)

@@ -20,7 +20,7 @@ struct DatosReducidos {
     QString nombres = {};
     QString dni = {};
     QString telefono = {};
-    int idcobertura = 0; ///< `id` of [Lista Coberturas]; 0: no insurer chosen
+    int idcobertura = 0; ///< `id` of [Lista Coberturas]; 0: no insurer chosen, below: what was typed is none
     QString domicilio = {};
     QString email = {};
 

@@ -38,8 +38,7 @@ QByteArray resumen(db::Connection &conexion)
 {
     QCryptographicHash hash(QCryptographicHash::Sha256);
     for (const QString &tabla : tablas)
-        hash.addData(
-            conexion.query(u"SELECT * FROM [%1]"_s.arg(tabla))->toDelimited(u"|", u"\n").toUtf8());
+        hash.addData(conexion.query(u"SELECT * FROM [%1]"_s.arg(tabla))->toDelimited(u"|", u"\n").toUtf8());
     return hash.result();
 }
 
@@ -101,7 +100,8 @@ private slots:
             QTest::newRow(nombre) << u"[%1] WHERE %2 NOT IN (SELECT %3)"_s.arg(tabla, columna, dueno);
         };
         const QString nrohc = u"NroHC FROM [Pacientes]"_s;
-        QTest::newRow("turnos") << u"[Agenda Turnos] WHERE NroHC <> -111 and NroHC NOT IN (SELECT NroHC FROM [Pacientes])"_s;
+        QTest::newRow("turnos")
+            << u"[Agenda Turnos] WHERE NroHC <> -111 and NroHC NOT IN (SELECT NroHC FROM [Pacientes])"_s;
         fila("turnos, profesional", u"Agenda Turnos"_s, u"Doctor"_s, u"id FROM [Lista Doctores] WHERE tipo = 0"_s);
         fila("ordenes", u"Pacientes Ordenes"_s, u"NroPaci"_s, nrohc);
         fila("ordenes, cobertura", u"Pacientes Ordenes"_s, u"idobrasocial"_s, u"id FROM [Lista Coberturas]"_s);
@@ -114,7 +114,8 @@ private slots:
         fila("vacunas", u"Pacientes Vacunas"_s, u"idvacuna"_s, u"id FROM [Lista Vacunas]"_s);
         QTest::newRow("diagnosticos")
             << u"[Consultas Items] WHERE tipoconsulta = 4 and cie10 <> 0 and iditem NOT IN (SELECT id FROM [CIE10])"_s;
-        QTest::newRow("pagos de turnos") << u"[Agenda Turnos] WHERE idcaja <> 0 and idcaja NOT IN (SELECT id FROM [Caja])"_s;
+        QTest::newRow("pagos de turnos")
+            << u"[Agenda Turnos] WHERE idcaja <> 0 and idcaja NOT IN (SELECT id FROM [Caja])"_s;
         QTest::newRow("coberturas")
             << u"[Pacientes] WHERE cobertura = 1 and idcobertura NOT IN (SELECT id FROM [Lista Coberturas])"_s;
     }
@@ -137,9 +138,13 @@ private slots:
                     " WHERE FeNac < #01/01/9000# and FeNac > Fecha"_s),
             0);
         // One running pregnancy at most, numbered to the last one given.
-        QCOMPARE(cuantos(u"(SELECT NroPaci FROM [Pacientes Embarazos] WHERE FinEmba = 0 GROUP BY NroPaci HAVING COUNT(*) > 1) AS t"_s), 0);
         QCOMPARE(
-            cuantos(u"[Pacientes] WHERE UltiEmba <> (SELECT COUNT(*) FROM [Pacientes Embarazos] WHERE NroPaci = NroHC)"_s),
+            cuantos(
+                u"(SELECT NroPaci FROM [Pacientes Embarazos] WHERE FinEmba = 0 GROUP BY NroPaci HAVING COUNT(*) > 1) AS t"_s),
+            0);
+        QCOMPARE(
+            cuantos(
+                u"[Pacientes] WHERE UltiEmba <> (SELECT COUNT(*) FROM [Pacientes Embarazos] WHERE NroPaci = NroHC)"_s),
             0);
     }
 

@@ -1,5 +1,5 @@
-#include "db/Config.h"
 #include "patients/BusquedaPacientes.h"
+#include "db/Config.h"
 #include "support/BaseDePrueba.h"
 #include "support/Prueba.h"
 
@@ -19,8 +19,7 @@ void paciente(db::Connection &conexion, int nrohc, const QVariantMap &columnas)
         marcas << u"?"_s;
         valores << it.value();
     }
-    conexion.execute(
-        u"INSERT INTO [Pacientes] (%1) VALUES (%2)"_s.arg(nombres.join(u','), marcas.join(u',')), valores);
+    conexion.execute(u"INSERT INTO [Pacientes] (%1) VALUES (%2)"_s.arg(nombres.join(u','), marcas.join(u',')), valores);
 }
 
 void llenar(db::Connection &c)
@@ -92,10 +91,11 @@ private slots:
         QTest::addColumn<QList<int>>("esperados");
         QTest::addColumn<bool>("porHistoria");
         QTest::addColumn<db::Dialect::Kind>("dialecto");
-        const auto fila = [](const char *nombre, const FiltroPacientes &filtro, const QList<int> &esperados, bool hc = false) {
-            QTest::addRow("%s, Access", nombre) << filtro << esperados << hc << db::Dialect::Kind::Access;
-            QTest::addRow("%s, servidor", nombre) << filtro << esperados << hc << db::Dialect::Kind::SqlServer;
-        };
+        const auto fila
+            = [](const char *nombre, const FiltroPacientes &filtro, const QList<int> &esperados, bool hc = false) {
+                  QTest::addRow("%s, Access", nombre) << filtro << esperados << hc << db::Dialect::Kind::Access;
+                  QTest::addRow("%s, servidor", nombre) << filtro << esperados << hc << db::Dialect::Kind::SqlServer;
+              };
         const auto reducido = [](const QString &apellido, const QString &nombres) {
             return FiltroPacientes{.apellido = apellido, .nombres = nombres};
         };
@@ -173,7 +173,8 @@ private slots:
         const auto filas = *patients::buscarPacientes(base, perez);
         QCOMPARE(filas->text(0, patients::ColIdentificacion), u"HC-1"_s);
         // No second surname is an empty one.
-        QCOMPARE((*patients::buscarPacientes(base, {.apellido = u"ñan"_s}))->text(0, patients::ColNombre), u"ÑANDÚ , Eva"_s);
+        QCOMPARE(
+            (*patients::buscarPacientes(base, {.apellido = u"ñan"_s}))->text(0, patients::ColNombre), u"ÑANDÚ , Eva"_s);
         QCOMPARE(patients::nombrePaciente(base.conexion(), 21), u"ÑANDÚ, Eva"_s);
         QCOMPARE(patients::nombrePaciente(base.conexion(), 22), std::nullopt);
     }

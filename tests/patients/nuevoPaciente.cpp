@@ -1,7 +1,7 @@
+#include "patients/NuevoPaciente.h"
 #include "db/Config.h"
 #include "db/Error.h"
 #include "db/Recordset.h"
-#include "patients/NuevoPaciente.h"
 #include "patients/Numeracion.h"
 #include "support/BaseDePrueba.h"
 #include "support/Prueba.h"
@@ -11,8 +11,9 @@ using patients::DatosReducidos;
 
 namespace {
 
-const QString mismoNombre = u"Ya existe un paciente con el mismo nombre y apellido. ¿Desea igualmente continuar dando de "
-                            "alta al paciente?"_s;
+const QString mismoNombre
+    = u"Ya existe un paciente con el mismo nombre y apellido. ¿Desea igualmente continuar dando de "
+      "alta al paciente?"_s;
 const QString mismoDocumento
     = u"Ya existe otro paciente con el Nº de Documento que le quiere ingresar al paciente actual."_s;
 
@@ -107,8 +108,7 @@ private slots:
         QCOMPARE(fila.integer(u"cobertura"), 1);
         QCOMPARE(fila.integer(u"idcobertura"), 3);
         QVERIFY(!fila.flag(u"pacienteinactivo"));
-        QCOMPARE(
-            base.valor(u"SELECT COUNT(*) FROM [Antecedentes Perinatologicos] WHERE NroPaci = 42"_s), u"1"_s);
+        QCOMPARE(base.valor(u"SELECT COUNT(*) FROM [Antecedentes Perinatologicos] WHERE NroPaci = 42"_s), u"1"_s);
         QCOMPARE(base.valor(u"SELECT UltimoPaci FROM [Config]"_s), u"42"_s);
         QCOMPARE(base.valor(u"SELECT numerohc FROM [Config]"_s), u"100"_s);
     }
@@ -130,15 +130,18 @@ private slots:
         DatosReducidos d;
         QTest::newRow("apellido") << true << d << u"Debe ingresar el Apellido del Paciente"_s << u"apellidor"_s;
         d.apellido = u"  "_s;
-        QTest::newRow("apellido en blanco") << false << d << u"Debe ingresar el Apellido del Paciente"_s << u"apellidor"_s;
+        QTest::newRow("apellido en blanco")
+            << false << d << u"Debe ingresar el Apellido del Paciente"_s << u"apellidor"_s;
         d.apellido = u"Paz"_s;
         QTest::newRow("nombre") << true << d << u"Debe ingresar el Nombre del Paciente"_s << u"nombresr"_s;
         d.nombres = u"Luz"_s;
-        QTest::newRow("documento") << true << d << u"Debe ingresar el Documento de Identidad del Paciente"_s << u"dnir"_s;
+        QTest::newRow("documento") << true << d << u"Debe ingresar el Documento de Identidad del Paciente"_s
+                                   << u"dnir"_s;
         d.dni = u"30111222"_s;
         QTest::newRow("teléfono") << true << d << u"Debe ingresar el Teléfono del Paciente"_s << u"telparr"_s;
         d.telefono = u"4551234"_s;
-        QTest::newRow("cobertura") << true << d << u"Debe seleccionar la Cobertura Médica del Paciente"_s << u"coberturar"_s;
+        QTest::newRow("cobertura") << true << d << u"Debe seleccionar la Cobertura Médica del Paciente"_s
+                                   << u"coberturar"_s;
         d.idcobertura = 1;
         QTest::newRow("documento repetido") << true << d << mismoDocumento << u"dnir"_s;
         d.dni = u" 30111222 "_s;

@@ -1,3 +1,4 @@
+#include "ui/Ventanas.h"
 #include "db/Config.h"
 #include "patients/forms/Registro.h"
 #include "patients/forms/elecpaci.h"
@@ -6,7 +7,6 @@
 #include "support/Prueba.h"
 #include "ui/Grilla.h"
 #include "ui/ListaCombo.h"
-#include "ui/Ventanas.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -111,6 +111,19 @@ private slots:
         QCOMPARE(m_base->valor(u"SELECT UltimoPaci FROM [Config]"_s), u"3"_s);
     }
 
+    void unaCoberturaQueNoExisteSeDice()
+    {
+        auto *v = abrir<nuevopaci>(u"nuevopaci"_s);
+        v->apellidor->setText(u"Paz"_s);
+        v->nombresr->setText(u"Luz"_s);
+        v->coberturar->setEditText(u"Mutual inventada"_s);
+        m_base->guion.esperarMensaje(u"Aviso..."_s, u"Debe seleccionar la Cobertura Médica del Paciente"_s);
+        v->guardar->click();
+        v->coberturar->setEditText(QString());
+        v->guardar->click();
+        QCOMPARE(m_resultados.size(), 1);
+    }
+
     void noEscribeMasDeLoQueEntra()
     {
         auto *v = abrir<nuevopaci>(u"nuevopaci"_s);
@@ -204,8 +217,7 @@ private slots:
         v->aceptar->click();
         v->listapaci->elegirClave(3);
         m_base->conexion().execute(u"DELETE FROM [Pacientes] WHERE NroHC = 3"_s);
-        m_base->guion.esperarMensaje(
-            u"Atención..."_s, u"Este paciente no Existe, probablemente a sido eliminado."_s);
+        m_base->guion.esperarMensaje(u"Atención..."_s, u"Este paciente no Existe, probablemente a sido eliminado."_s);
         v->aceptar->click();
         QCOMPARE(v->cantidad->text(), u"2 pacientes"_s);
         QVERIFY(m_resultados.isEmpty());
@@ -221,8 +233,7 @@ private slots:
             base::Icono::Informacion);
         v->aceptar->click();
 
-        m_ventanas->registrar(
-            u"pacientes"_s, ui::Modo::Marco, [this] { return new ficha(*m_base, *m_ventanas); });
+        m_ventanas->registrar(u"pacientes"_s, ui::Modo::Marco, [this] { return new ficha(*m_base, *m_ventanas); });
         v->aceptar->click();
         auto *abierta = static_cast<ficha *>(m_ventanas->buscar(u"pacientes"_s));
         QVERIFY(abierta);
@@ -255,7 +266,7 @@ private slots:
     }
 
 private:
-    template<typename Clase>
+    template <typename Clase>
     Clase *abrir(const QString &nombre, const QVariantMap &datos = {})
     {
         auto *v = qobject_cast<Clase *>(m_ventanas->abrir(
@@ -271,8 +282,7 @@ private:
             if (c == u'\r')
                 QTest::keyClick(ventana->focusWidget(), Qt::Key_Return);
             else
-                QTest::sendKeyEvent(
-                    QTest::Click, ventana->focusWidget(), Qt::Key_unknown, QString(c), Qt::NoModifier);
+                QTest::sendKeyEvent(QTest::Click, ventana->focusWidget(), Qt::Key_unknown, QString(c), Qt::NoModifier);
         }
     }
 

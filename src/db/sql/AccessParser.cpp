@@ -347,18 +347,18 @@ Translated AccessParser::alterTable()
 
 QByteArray AccessParser::columnDeclaration()
 {
-    // The names under which Access knows a type, and the one under which the catalog keeps it.
+    // The names under which Access knows a type, and the one under which the engine declares it.
     static const QHash<QString, const char *> types{
-        {QStringLiteral("memo"), "MEMO COLLATE NOCASE"},
-        {QStringLiteral("longtext"), "MEMO COLLATE NOCASE"},
-        {QStringLiteral("smallint"), "INTEGER"},
-        {QStringLiteral("short"), "INTEGER"},
-        {QStringLiteral("byte"), "INTEGER"},
+        {QStringLiteral("memo"), "LONGTEXT COLLATE NOCASE"},
+        {QStringLiteral("longtext"), "LONGTEXT COLLATE NOCASE"},
+        {QStringLiteral("smallint"), "SHORT"},
+        {QStringLiteral("short"), "SHORT"},
+        {QStringLiteral("byte"), "SHORT"},
         {QStringLiteral("integer"), "LONG"},
         {QStringLiteral("int"), "LONG"},
         {QStringLiteral("long"), "LONG"},
-        {QStringLiteral("single"), "SINGLE"},
-        {QStringLiteral("real"), "SINGLE"},
+        {QStringLiteral("single"), "REAL"},
+        {QStringLiteral("real"), "REAL"},
         {QStringLiteral("double"), "DOUBLE"},
         {QStringLiteral("float"), "DOUBLE"},
         {QStringLiteral("number"), "DOUBLE"},
@@ -367,9 +367,9 @@ QByteArray AccessParser::columnDeclaration()
         {QStringLiteral("logical"), "YESNO"},
         {QStringLiteral("datetime"), "DATETIME"},
         {QStringLiteral("date"), "DATETIME"},
-        {QStringLiteral("image"), "LONGBINARY"},
-        {QStringLiteral("oleobject"), "LONGBINARY"},
-        {QStringLiteral("longbinary"), "LONGBINARY"},
+        {QStringLiteral("image"), "BLOB"},
+        {QStringLiteral("oleobject"), "BLOB"},
+        {QStringLiteral("longbinary"), "BLOB"},
     };
     QByteArray sql = quoted(identifier()) + ' ';
     const Token type = take();

@@ -84,7 +84,7 @@ protected:
     /// A condition as a value and a value as a condition, where the dialect has them.
     virtual Expr conditionAsValue(Expr condition, int position) = 0;
     virtual void checkCondition(const Expr &, int) { }
-    virtual void checkScalarOrder(int) { }
+    virtual void checkNestedOrder(int) { }
     [[nodiscard]] virtual bool allowsDistinctRow() const { return false; }
     [[nodiscard]] virtual bool allowsPlainJoin() const { return false; }
     /// Reads the name of a table in a FROM; yields its SQL.
@@ -116,7 +116,8 @@ protected:
     static QByteArray call(const char *function, const std::vector<Expr> &arguments);
 
     // Statements that both dialects write alike.
-    Query query(bool scalar);
+    /// `nested`: inside another statement's expression or FROM.
+    Query query(bool nested);
     Translated select();
     Translated insert();
     Translated update();

@@ -210,7 +210,7 @@ Expr Parser::membership(Expr left, bool negated)
     QByteArray list;
     bool aggregates = false;
     if (peek().isWord(u"select")) {
-        const Query inner = query(false);
+        const Query inner = query(true);
         if (inner.everything || inner.outputs.size() != 1)
             failSyntax(QStringLiteral("IN con más de una columna"), at);
         list = inner.sql;
@@ -346,7 +346,7 @@ Expr Parser::primary()
         }
         if (accept(u"exists")) {
             expectSymbol(u"(");
-            result.sql = "EXISTS (" + query(false).sql + ')';
+            result.sql = "EXISTS (" + query(true).sql + ')';
             result.kind = Kind::Boolean;
             expectSymbol(u")");
             return result;

@@ -1,5 +1,6 @@
 #include "db/sql/Parser.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace db::sql {
@@ -10,7 +11,7 @@ bool mayBeText(Kind kind) { return kind == Kind::Text || kind == Kind::Unknown |
 
 } // namespace
 
-Parser::Query Parser::query(bool scalar)
+Parser::Query Parser::query(bool nested)
 {
     const Depth depth(*this);
     // What surrounds a subselect does not see its columns and aggregates.
@@ -40,8 +41,8 @@ Parser::Query Parser::query(bool scalar)
         }
     }
     if (accept(u"order")) {
-        if (scalar && !top)
-            checkScalarOrder(at);
+        if (nested && !top)
+            checkNestedOrder(at);
         result.sql += orderBy(result);
     }
     if (top && !compound)
@@ -265,7 +266,7 @@ QByteArray Parser::source(bool leftmost, QString &singleTable)
         return sql;
     }
     if (peek().isWord(u"select")) {
-        const Query inner = query(false);
+        const Query inner = query(true);
         expectSymbol(u")");
         Source table;
         table.derived.emplace();

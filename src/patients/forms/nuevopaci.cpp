@@ -125,7 +125,7 @@ DatosReducidos nuevopaci::leer() const
         .nombres = nombresr->text(),
         .dni = dnir->text(),
         .telefono = telparr->text(),
-        .idcobertura = ui::idElegido(*coberturar),
+        .idcobertura = coberturar->currentText().trimmed().isEmpty() ? 0 : ui::idElegido(*coberturar, -1),
         .domicilio = domicilior->text(),
         .email = emailr->text(),
     };

@@ -1,0 +1,269 @@
+#include "support/ServerTestEngine.h"
+
+#include "db/Connection.h"
+#include "db/Error.h"
+#include "support/Prueba.h"
+
+#include <QTemporaryDir>
+
+using db::Dialect;
+
+/// The engine that stands for the server in every other test: what it takes, what it refuses.
+class SqlServidor : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void acepta_data();
+    void acepta();
+    void rechaza_data();
+    void rechaza();
+    void ambosDialectos();
+    void tablas();
+
+private:
+    static QString text(const db::Rows &rows) { return rows->toDelimited(u"|", u"\n").chopped(rows->rowCount() > 0); }
+    QString rows(const QString &sql, const db::Params &params = {}) { return text(m_connection->query(sql, params)); }
+    QTemporaryDir m_folder;
+    std::unique_ptr<db::Connection> m_connection;
+};
+
+void SqlServidor::initTestCase()
+{
+    const QString path = m_folder.filePath(QStringLiteral("Datos.mdb"));
+    db::createDatabaseFile(path, QStringLiteral("x"));
+    m_connection
+        = std::make_unique<db::Connection>(std::make_unique<soporte::ServerTestEngine>(path, QStringLiteral("x")));
+    using namespace db::columna;
+    m_connection->createTable(
+        {QStringLiteral("Pacientes"),
+         {contador(),
+          largo(QStringLiteral("NroHC")),
+          texto(QStringLiteral("Apellido")),
+          texto(QStringLiteral("apellido2")),
+          texto(QStringLiteral("DNI"), 20),
+          fecha(QStringLiteral("FeNac")),
+          bandera(QStringLiteral("Embarazo")),
+          simple(QStringLiteral("costo"))},
+         {}});
+    m_connection->createTable(
+        {QStringLiteral("Agenda Turnos"),
+         {contador(), largo(QStringLiteral("NroHC")), fecha(QStringLiteral("Fecha"))},
+         {}});
+    for (const char *sql :
+         {"INSERT INTO [Pacientes] (NroHC,Apellido,DNI,FeNac,Embarazo,costo) VALUES "
+          "(10,N'Pérez','20111222','19800305',-1,1234.5)",
+          "INSERT INTO [Pacientes] (NroHC,Apellido,apellido2,DNI,Embarazo) VALUES (11,'Núñez','Paz','20260131',0)",
+          "INSERT INTO [Agenda Turnos] (NroHC,Fecha) VALUES (10,'20260131 10:20')",
+          "INSERT INTO [Agenda Turnos] (NroHC,Fecha) SELECT NroHC,'20260131 23:59:59' FROM Pacientes WHERE NroHC = 11"})
+        QCOMPARE(m_connection->execute(QString::fromUtf8(sql)), 1);
+}
+
+void SqlServidor::acepta_data()
+{
+    QTest::addColumn<QString>("sql");
+    QTest::addColumn<QString>("result");
+    const auto row = [](const char *sql, const char *result) {
+        QTest::newRow(sql) << QString::fromUtf8(sql) << QString::fromUtf8(result);
+    };
+    row("SELECT NroHC FROM [Pacientes] WHERE DNI = '20111222'", "10");
+    row("SELECT Fecha FROM [Agenda Turnos] WHERE (Fecha >= '20260131 00:00:00' and Fecha <= '20260131 12:00') And "
+        "NroHC <> "
+        "-111",
+        "2026-01-31 10:20:00");
+    row("SELECT NroHC FROM [Agenda Turnos] WHERE Fecha = '20260131 10:20'", "10");
+    row("SELECT NroHC FROM [Agenda Turnos] WHERE Fecha between '20260131 23:00' and '20260131 23:59:59'", "11");
+    row("SELECT t.NroHC FROM [Agenda Turnos] AS t INNER JOIN Pacientes p ON t.NroHC = p.NroHC WHERE t.Fecha > "
+        "'20260131 "
+        "11:00' ORDER BY t.Fecha",
+        "11");
+    row("SELECT TOP 1 NroHC FROM Pacientes ORDER BY NroHC DESC", "11");
+    row("SELECT TOP (1) Apellido + ' ' + isnull(apellido2,'') + N', x' AS n FROM Pacientes ORDER BY n", "Núñez Paz, x");
+    row("SELECT CASE WHEN apellido2 is null THEN '' ELSE apellido2 END FROM Pacientes ORDER BY NroHC", "\nPaz");
+    row("SELECT CASE NroHC WHEN 10 THEN 'diez' ELSE 'otro' END FROM Pacientes ORDER BY NroHC", "diez\notro");
+    row("SELECT CASE WHEN NroHC<=10 THEN '' ELSE NroHC END FROM Pacientes ORDER BY NroHC", "0\n11");
+    row("SELECT UPPER(Apellido), LOWER('Ñ') FROM Pacientes WHERE UPPER(Apellido) = 'PÉREZ'", "PÉREZ|ñ");
+    row("SELECT NroHC FROM Pacientes WHERE DateDiff(yyyy, FeNac, '20260115') >= 46", "10");
+    row("SELECT format(FeNac,'dd/MM/yyyy'), format(Fecha,'dd/MM/yyyy HH:mm'), format(Fecha,'yyyyMMddHHmm') FROM "
+        "Pacientes INNER JOIN [Agenda Turnos] ON Pacientes.NroHC = [Agenda Turnos].NroHC ORDER BY Fecha",
+        "05/03/1980|31/01/2026 10:20|202601311020\n|31/01/2026 23:59|202601312359");
+    row("SELECT format(costo,'#,0.00','es-AR') AS c FROM Pacientes WHERE Embarazo <> 0", "1.234,50");
+    row("SELECT LEN('ab  '), SUBSTRING('ñandú',2,3), CHARINDEX('d','ñandú'), LEFT('ab',1)", "2|and|4|a");
+    row("SELECT CAST(7 AS nvarchar(10)) + 'x', CONVERT(nvarchar(10), FeNac, 103), 7 / 2, 7 % 4 FROM Pacientes WHERE "
+        "NroHC = "
+        "10",
+        "7x|05/03/1980|3|3");
+    row("SELECT COALESCE(NULLIF(Apellido,'pérez'),'nadie') FROM Pacientes ORDER BY NroHC", "nadie\nNúñez");
+    row("SELECT YEAR(FeNac), DATEPART(mm,FeNac), ROUND(2.345,2), ABS(-1) FROM Pacientes WHERE NroHC = 10",
+        "1980|3|2.35|1");
+    row("SELECT NroHC, count(*) FROM [Agenda Turnos] GROUP BY NroHC HAVING count(*) > 0 ORDER BY NroHC", "10|1\n11|1");
+    row("SELECT COLUMN_NAME FROM INFORMATION_SCHEMA.COLUMNS WHERE COLUMN_NAME = 'fenac' and TABLE_NAME = 'Pacientes'",
+        "FeNac");
+    row("SELECT TABLE_NAME FROM INFORMATION_SCHEMA.TABLES WHERE TABLE_NAME like 'Agenda%'", "Agenda Turnos");
+    row("SELECT d.f FROM (SELECT Fecha AS f FROM [Agenda Turnos]) AS d WHERE d.f < '20260131 12:00'",
+        "2026-01-31 10:20:00");
+}
+
+void SqlServidor::acepta()
+{
+    QFETCH(QString, sql);
+    QFETCH(QString, result);
+    QCOMPARE(rows(sql), result);
+}
+
+void SqlServidor::rechaza_data()
+{
+    QTest::addColumn<QString>("sql");
+    const auto row = [](const char *sql) { QTest::newRow(sql) << QString::fromUtf8(sql); };
+    row("SELECT iif(1=1,2,3)");
+    row("SELECT ucase$(Apellido) FROM Pacientes");
+    row("SELECT ucase(Apellido) FROM Pacientes");
+    row("SELECT 'a' & 'b'");
+    row("SELECT NroHC FROM [Agenda Turnos] WHERE Fecha = #01/31/2026#");
+    row("SELECT NroHC FROM [Agenda Turnos] WHERE Fecha = '31/01/2026'");
+    row("SELECT NroHC FROM [Agenda Turnos] WHERE Fecha = ''");
+    row("SELECT NroHC FROM [Agenda Turnos] WHERE Fecha between '31/01/2026' and '20260131'");
+    row("INSERT INTO [Agenda Turnos] (Fecha) VALUES ('31/01/2026')");
+    row("INSERT INTO [Agenda Turnos] (Fecha) SELECT '31/01/2026' FROM Pacientes");
+    row("UPDATE [Agenda Turnos] SET Fecha = '01/31/2026 10:20'");
+    row("UPDATE Pacientes SET Embarazo = true");
+    row("SELECT DISTINCTROW NroHC FROM Pacientes");
+    row("SELECT DateDiff('yyyy', FeNac, '20260115') FROM Pacientes");
+    row("SELECT format(FeNac,'dd/mm/yyyy') FROM Pacientes");
+    row("SELECT format(FeNac,'dd/MM/yyyy hh:nn') FROM Pacientes");
+    row("SELECT format(FeNac,'yyyymmddhhnn') FROM Pacientes");
+    row("SELECT format(costo,'#,0.00') FROM Pacientes");
+    row("SELECT format(Apellido,'dd/MM/yyyy') FROM Pacientes");
+    row("SELECT NroHC FROM Pacientes WHERE Embarazo = true");
+    row("SELECT NroHC FROM Pacientes WHERE Embarazo");
+    row("SELECT NroHC FROM Pacientes WHERE NOT Embarazo");
+    row("SELECT Apellido = 'x' FROM Pacientes");
+    row("SELECT \"x\"");
+    row("SELECT isnull(apellido2) FROM Pacientes");
+    row("SELECT nz(apellido2,'') FROM Pacientes");
+    row("SELECT Apellido + NroHC FROM Pacientes");
+    row("SELECT 'x' + 1");
+    row("SELECT CASE WHEN 1=1 THEN 'no' ELSE NroHC END FROM Pacientes");
+    row("SELECT NroHC FROM Pacientes WHERE NroHC = 'diez'");
+    row("SELECT (SELECT Apellido FROM Pacientes ORDER BY Apellido)");
+    row("SELECT NroHC, count(*) FROM Pacientes");
+    row("SELECT Apellido, count(*) FROM Pacientes GROUP BY NroHC");
+    row("SELECT now()");
+    row("SELECT mid(Apellido,1,1) FROM Pacientes");
+    row("SELECT 1 -- x");
+    row("DELETE * FROM Pacientes");
+    row("SELECT NroHC FROM Pacientes; SELECT 1");
+    row("SELECT NroHC FROM Pacientes LIMIT 1");
+    row("ALTER TABLE Pacientes ADD COLUMN x int");
+    row("ALTER TABLE Pacientes ADD x YESNO");
+    row("CREATE TABLE t (a TEXT(5))");
+    row("IF EXISTS (SELECT * FROM Pacientes) DELETE FROM Pacientes");
+    row("SELECT v_format(1,'0')");
+    row("SELECT name FROM sqlite_master WHERE instr(name,'x') > 0");
+}
+
+void SqlServidor::rechaza()
+{
+    QFETCH(QString, sql);
+    try {
+        if (sql.startsWith(QLatin1String("SELECT")))
+            (void)m_connection->query(sql);
+        else
+            m_connection->execute(sql);
+    } catch (const db::Error &error) {
+        QCOMPARE(int(error.kind()), int(db::Error::Kind::Syntax));
+        return;
+    }
+    QFAIL("the server would refuse it");
+}
+
+void SqlServidor::ambosDialectos()
+{
+    // Each piece that Dialect gives, over the same rows in both dialects.
+    const auto access = std::make_unique<db::Connection>(
+        std::make_unique<db::EmbeddedEngine>(m_folder.filePath(QStringLiteral("Datos.mdb")), QStringLiteral("x")));
+    QStringList results[2];
+    int turn = 0;
+    for (db::Connection *connection : {access.get(), m_connection.get()}) {
+        const Dialect &d = connection->dialect();
+        const QString patients = QStringLiteral(" FROM Pacientes WHERE NroHC = 10");
+        const QDate birth(1980, 3, 5);
+        for (const QString &sql : {
+                 QStringLiteral("SELECT ")
+                     + d.concat({QStringLiteral("Apellido"), d.text(u" "), QStringLiteral("apellido2")}) + patients,
+                 QStringLiteral("SELECT ") + d.ifNull(QStringLiteral("apellido2"), d.text(u"-")) + patients,
+                 QStringLiteral("SELECT ") + d.iif(QStringLiteral("Embarazo <> 0"), d.text(u"Sí"), d.text(u"No"))
+                     + patients,
+                 QStringLiteral("SELECT ") + d.upper(QStringLiteral("Apellido")) + patients,
+                 QStringLiteral("SELECT ") + d.yearDiff(QStringLiteral("FeNac"), d.date({2026, 1, 1})) + patients,
+                 QStringLiteral("SELECT ") + d.formatDate(QStringLiteral("FeNac")) + patients,
+                 QStringLiteral("SELECT ") + d.formatDateTime(QStringLiteral("FeNac")) + patients,
+                 QStringLiteral("SELECT ") + d.formatMoney(QStringLiteral("costo")) + patients,
+                 QStringLiteral("SELECT NroHC FROM Pacientes WHERE ")
+                     + d.contains(QStringLiteral("Apellido"), u"perez"),
+                 QStringLiteral("SELECT NroHC FROM Pacientes WHERE ")
+                     + d.dayRange(QStringLiteral("FeNac"), birth, birth),
+                 QStringLiteral("SELECT NroHC FROM Pacientes WHERE ") + d.dayRange(QStringLiteral("FeNac"), {}, {}),
+                 QStringLiteral("SELECT NroHC FROM Pacientes WHERE FeNac = ") + d.dateTime(birth.startOfDay()),
+             })
+            results[turn] << text(connection->query(sql));
+        ++turn;
+    }
+    QCOMPARE(results[1], results[0]);
+    QCOMPARE(
+        results[0],
+        (QStringList{
+            "Pérez ", "-", "Sí", "PÉREZ", "46", "05/03/1980", "05/03/1980 00:00", "1.234,50", "10", "10", "10", "10"}));
+}
+
+void SqlServidor::tablas()
+{
+    const auto run = [this](const char *sql) { m_connection->execute(QString::fromUtf8(sql)); };
+    const char *create
+        = "IF NOT EXISTS (SELECT * FROM INFORMATION_SCHEMA.TABLES WHERE TABLE_NAME = N'Caja Vieja') BEGIN CREATE TABLE "
+          "[Caja Vieja] (id int IDENTITY(6,1) PRIMARY KEY CLUSTERED, detalle nvarchar(50), memo nvarchar(max), "
+          "importe real, cerrada BIT DEFAULT 0, fecha datetime, foto varbinary(max)) END";
+    run(create);
+    run(create);
+    run("INSERT INTO [Caja Vieja] (detalle,fecha) VALUES ('x','20260131')");
+    QCOMPARE(m_connection->insertedId(), 6);
+    QCOMPARE(
+        rows(QStringLiteral("SELECT id,cerrada,fecha FROM [Caja Vieja]")), QStringLiteral("6|0|2026-01-31 00:00:00"));
+    const QVector<db::Column> columns = m_connection->columns(QStringLiteral("Caja Vieja"));
+    QCOMPARE(columns.size(), 7);
+    QCOMPARE(int(columns[0].type), int(db::Type::Counter));
+    QCOMPARE(columns[1].size, 50);
+    QCOMPARE(int(columns[5].type), int(db::Type::DateTime));
+
+    const char *add
+        = "IF NOT EXISTS (SELECT * FROM INFORMATION_SCHEMA.COLUMNS WHERE COLUMN_NAME = 'turno' and TABLE_NAME "
+          "= 'Caja Vieja') BEGIN ALTER TABLE [Caja Vieja] ADD turno SMALLINT DEFAULT -1 END";
+    run(add);
+    run(add);
+    run("INSERT INTO [Caja Vieja] (detalle) VALUES ('y')");
+    // A default is for new rows only.
+    QCOMPARE(rows(QStringLiteral("SELECT isnull(turno,5) FROM [Caja Vieja] ORDER BY id")), QStringLiteral("5\n-1"));
+    run("IF EXISTS (SELECT * FROM INFORMATION_SCHEMA.COLUMNS WHERE COLUMN_NAME = 'turno' and TABLE_NAME = 'Caja "
+        "Vieja') "
+        "BEGIN ALTER TABLE [Caja Vieja] DROP COLUMN turno; END");
+    QCOMPARE(m_connection->columns(QStringLiteral("Caja Vieja")).size(), 7);
+
+    const char *index
+        = "IF NOT EXISTS (SELECT * FROM sys.indexes WHERE object_id = OBJECT_ID(N'[Caja Vieja]') and name = "
+          "N'detalle') BEGIN CREATE UNIQUE INDEX [detalle] ON [Caja Vieja](detalle) END";
+    run(index);
+    run(index);
+    try {
+        run("INSERT INTO [Caja Vieja] (detalle) VALUES ('X')");
+        QFAIL("the index is unique");
+    } catch (const db::Error &error) {
+        QCOMPARE(int(error.kind()), int(db::Error::Kind::Constraint));
+    }
+    run("DROP INDEX [detalle] ON [Caja Vieja]");
+    run("DROP TABLE [Caja Vieja]");
+    QVERIFY(!m_connection->tableExists(u"Caja Vieja"));
+}
+
+PRUEBA(SqlServidor)
+#include "sqlServidor.moc"

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "db/engine/EmbeddedEngine.h"
+
+namespace soporte {
+
+struct ServerStatement;
+
+/// Stands for the server in tests: takes the server's SQL and nothing else (see ServerParser), and executes it on an
+/// embedded file. Anything the server would refuse is a db::Error (Kind::Syntax).
+class ServerTestEngine final : public db::EmbeddedEngine
+{
+public:
+    using EmbeddedEngine::EmbeddedEngine;
+
+    [[nodiscard]] db::Dialect::Kind dialect() const override { return db::Dialect::Kind::SqlServer; }
+    [[nodiscard]] db::Rows query(const QString &sql, const db::Params &params) override;
+    int execute(const QString &sql, const db::Params &params) override;
+    [[nodiscard]] QString singleTable(const QString &sql) override;
+
+private:
+    [[nodiscard]] ServerStatement parse(const QString &sql);
+};
+
+} // namespace soporte
