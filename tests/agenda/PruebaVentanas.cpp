@@ -299,6 +299,12 @@ private slots:
         QCOMPARE(a->dia().grilla.celda(5), QString("15:30"));
 
         pulsar(h->nuevo);
+        h->cantidadsobreturnos->setValue(2);
+        const QString descartar = "La plantilla tiene cambios sin guardar. ¿Desea descartarlos?";
+        base->guion.esperarPregunta("Atención...", descartar, false);
+        h->listaplantillas->setCurrentRow(0);
+        QCOMPARE(h->listaplantillas->currentRow(), -1);
+        QCOMPARE(h->cantidadsobreturnos->value(), 2);
         base->guion.esperarMensaje("Aviso...", "Debe ingresar la Fecha Inicial.");
         pulsar(h->guardar);
         ui::elegirId(*h->dia, 23);
