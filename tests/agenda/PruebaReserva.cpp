@@ -226,7 +226,8 @@ private slots:
         base.paciente(7, "Paz", "Eva");
         base.plantilla(Consultorio::maniana(), {-1, 0, false, false});
         QVector<QDateTime> horas;
-        for (const QTime &hora : GrillaDia(Consultorio::maniana()).horas())
+        const GrillaDia grilla(Consultorio::maniana());
+        for (const QTime &hora : grilla.horas())
             horas.append({Consultorio::lunes(), hora});
 
         // Both give every hour of the day at once: each hour is given by one of them only.
