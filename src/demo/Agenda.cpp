@@ -1,3 +1,4 @@
+#include "agenda/Textos.h"
 #include "demo/Practica.h"
 
 #include <algorithm>
@@ -6,7 +7,7 @@ namespace demo {
 
 namespace {
 
-constexpr int bloqueado = -111; ///< NroHC of a slot that is not attended
+constexpr int bloqueado = agenda::nroBloqueado;
 constexpr int minutoDeHoy = 11 * 60; ///< how far the day that is shown has got
 constexpr int diasFuturos = 75;
 

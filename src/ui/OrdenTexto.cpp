@@ -92,6 +92,7 @@ std::vector<int> ordenarUtf8(const std::vector<QByteArrayView> &textos, bool des
     QByteArray bloque;
     std::vector<Clave> claves;
     claves.reserve(textos.size());
+    bloque.reserve(qsizetype(textos.size()) * 32);
     for (const QByteArrayView texto : textos) {
         const qsizetype desde = bloque.size();
         agregarClaveEspanola(texto, bloque);
@@ -119,11 +120,12 @@ std::vector<int> ordenarUtf8(const std::vector<QByteArrayView> &textos, bool des
     return orden;
 }
 
-void agregarGrande(quint32 valor, QByteArray &claves)
+using Bytes = QVarLengthArray<char, 256>;
+
+void agregarGrande(quint32 valor, Bytes &bytes)
 {
-    char bytes[4];
-    qToBigEndian(valor, bytes);
-    claves.append(bytes, 4);
+    for (const int lugar : {24, 16, 8, 0})
+        bytes.append(char(valor >> lugar & 0xFF));
 }
 
 } // namespace
@@ -133,6 +135,7 @@ void agregarClaveEspanola(QByteArrayView texto, QByteArray &claves)
     const auto *p = reinterpret_cast<const uchar *>(texto.data());
     const uchar *fin = p + texto.size();
     QVarLengthArray<char32_t, 64> letras;
+    Bytes clave; // gathered here: growing the long array letter by letter costs more than the rest
     qsizetype hastaAcento = 0; // letters up to the last accent
     while (p < fin) {
         const db::sql::Letter letra = db::sql::letter(db::sql::nextCharacter(p, fin));
@@ -142,19 +145,20 @@ void agregarClaveEspanola(QByteArrayView texto, QByteArray &claves)
         // One byte per bare letter, ñ in the gap behind n; what lies beyond them stands above, in full. Zero is kept
         // for the end of the text.
         if (letra.base < 0x7F)
-            claves.append(char(letra.base == 0 ? 1 : letra.base * 2));
+            clave.append(char(letra.base == 0 ? 1 : letra.base * 2));
         else if (letra.base == U'ñ')
-            claves.append(char('n' * 2 + 1));
+            clave.append(char('n' * 2 + 1));
         else {
-            claves.append(char(0xFF));
-            agregarGrande(letra.base, claves);
+            clave.append(char(0xFF));
+            agregarGrande(letra.base, clave);
         }
     }
     // Accents count only between texts alike without them; an unaccented letter is the lowest of its family, so that
     // the shorter of two tails stands first, as it should.
-    claves.append('\0');
+    clave.append('\0');
     for (qsizetype i = 0; i < hastaAcento; ++i)
-        agregarGrande(letras[i], claves);
+        agregarGrande(letras[i], clave);
+    claves.append(clave.constData(), clave.size());
 }
 
 std::vector<int> ordenarTextos(const std::vector<QString> &textos, bool descendente)

@@ -19,8 +19,8 @@ namespace patients {
 namespace {
 
 // The narrow first column holds the patient's number and is not shown.
-const QString encabezado = QStringLiteral("|^Nº Hist. Clínica|<Pacientes                                 |^Nº Doc. "
-                                          "Identidad|^Nº Afiliado    |>Saldo $      ");
+const QString encabezado = QStringLiteral(
+    "|^Nº Hist. Clínica|<Pacientes                               |^Nº Doc. Identidad|^Nº Afiliado   |>Saldo $      ");
 /// Grid columns are the result's from this one on.
 constexpr int primeraColumna = ColIdentificacion;
 constexpr int pausaAlEscribir = 200; // ms
@@ -93,7 +93,7 @@ elecpaci::elecpaci(db::Entorno &entorno, ui::Ventanas &ventanas)
     todo->addLayout(filtros);
     todo->addWidget(listapaci, 1);
     todo->addLayout(botones);
-    setMinimumSize(900, 520);
+    setMinimumSize(960, 540);
 
     ui::ModeloGrilla &modelo = listapaci->modelo();
     modelo.setColumnaClave(ColNroHC);
