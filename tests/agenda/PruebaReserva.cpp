@@ -4,6 +4,7 @@
 #include "support/Prueba.h"
 
 #include <atomic>
+#include <barrier>
 #include <thread>
 
 using namespace agenda;
@@ -232,8 +233,10 @@ private slots:
 
         // Both give every hour of the day at once: each hour is given by one of them only.
         std::atomic<int> dados = 0, rechazados = 0;
+        std::barrier juntas(2);
         const auto trabajar = [&](Terminal *terminal) {
             for (const QDateTime &hora : horas) {
+                juntas.arrive_and_wait();
                 const auto hecha = reservar(*terminal, reserva(base, {hora}));
                 dados += int(hecha->ids.size());
                 rechazados += int(hecha->noAsignados.size());
