@@ -30,7 +30,7 @@ Perfil hacer(Especialidad especialidad)
         return {
             lista(u"lumbar|cervical|de rodilla|de hombro|de cadera|de pie|de mano|articular|muscular|Traumatismo|Caída|"
                   u"resultados de estudios|posoperatorio"),
-            lista(u"Consulta médica|traumatología|Infiltración|yeso|ortopedia"),
+            lista(u"Consulta médica|traumatología|Infiltración|Bota corta de yeso|braquipalmar"),
             lista(u"M54|M17|S93|M75|S52")};
     case Especialidad::Kinesiologia:
         return {
