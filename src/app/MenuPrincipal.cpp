@@ -45,7 +45,7 @@ const std::vector<BotonMenu> &menuPrincipal()
          .ayuda = u"Configura la ubicación de la Ruta de la Base de datos."_qs,
          .derecho = u"accesored"_qs, .ventana = u"accesored"_qs,
          .accion = u"Se ingresó a la ventana Red (Modo de Acceso - Ubicación de la Base de Datos)."_qs,
-         .icono = u"network-server"_qs, .tecla = u'R'},
+         .icono = u"network-connect"_qs, .tecla = u'R'},
         {.nombre = u"menayuda"_qs, .titulo = u"Ayuda"_qs, .ayuda = u"Ayuda"_qs,
          .derecho = {}, .ventana = u"ayuda"_qs, .accion = {},
          .icono = u"help-contents"_qs, .tecla = u'Y', .hace = Accion::Ayuda},

@@ -1,6 +1,7 @@
 #include "ui/CampoFecha.h"
 
 #include "base/Fechas.h"
+#include "ui/Estilo.h"
 #include "ui/Iconos.h"
 
 #include <QAction>
@@ -8,6 +9,7 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QScreen>
+#include <QTextCharFormat>
 #include <QVBoxLayout>
 
 namespace ui {
@@ -77,6 +79,10 @@ void CampoFecha::mostrarCalendario()
     auto *calendario = new QCalendarWidget(marco);
     calendario->setGridVisible(false);
     calendario->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+    QTextCharFormat descanso; // the calendar's own red does not show on a dark ground
+    descanso.setForeground(color::error());
+    calendario->setWeekdayTextFormat(Qt::Saturday, descanso);
+    calendario->setWeekdayTextFormat(Qt::Sunday, descanso);
     if (const QDate abre = esValida() ? fecha() : m_hoy; abre.isValid())
         calendario->setSelectedDate(abre);
     auto *caja = new QVBoxLayout(marco);

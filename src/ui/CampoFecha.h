@@ -32,7 +32,8 @@ public slots:
     void mostrarCalendario();
 
 signals:
-    /// The date is another one, typed, picked or set.
+    /// The date is another one, typed, picked or set. Half typed, "5/3/19" is a date on the way to "5/3/1980": what
+    /// costs time or writes waits for editingFinished().
     void fechaCambiada(QDate fecha);
 
 protected:

@@ -40,7 +40,7 @@ struct Tonos {
 constexpr Tonos claro{
     "#f3f5f6", "#ffffff", "#f6f8fa", "#1f2933", "#66727f", "#e9edf0", "#2f7fb5", "#ffffff", "#c3ccd4", "#1c6ca1"};
 constexpr Tonos oscuro{
-    "#24292e", "#1c2024", "#21262a", "#e4e8eb", "#98a2ab", "#30363c", "#3481b8", "#ffffff", "#48525b", "#6db3e2"};
+    "#2d343b", "#1d2227", "#22282e", "#e4e8eb", "#a2acb5", "#3b444d", "#3481b8", "#ffffff", "#566270", "#6db3e2"};
 
 QPalette paletaDe(const Tonos &t)
 {
@@ -59,11 +59,15 @@ QPalette paletaDe(const Tonos &t)
     paleta.setColor(QPalette::HighlightedText, QColor(t.textoResalte));
     paleta.setColor(QPalette::Link, QColor(t.enlace));
     paleta.setColor(QPalette::Mid, QColor(t.borde));
+    // The frames of the windows inside are shaded with these.
+    paleta.setColor(QPalette::Light, QColor(t.boton).lighter(115));
+    paleta.setColor(QPalette::Midlight, QColor(t.boton).lighter(107));
+    paleta.setColor(QPalette::Dark, QColor(t.borde).darker(130));
+    paleta.setColor(QPalette::Shadow, QColor(t.borde).darker(200));
     for (const QPalette::ColorRole papel : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         paleta.setColor(QPalette::Disabled, papel, QColor(t.tenue));
     paleta.setColor(QPalette::Disabled, QPalette::Base, QColor(t.ventana));
     paleta.setColor(QPalette::Disabled, QPalette::Highlight, QColor(t.borde));
-    paleta.setColor(QPalette::Inactive, QPalette::Highlight, QColor(t.resalte).lighter(125));
     return paleta;
 }
 

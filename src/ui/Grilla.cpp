@@ -94,21 +94,36 @@ QString Grilla::claveAnchos() const
     return QStringLiteral("anchos/") + (ventana ? ventana->objectName() + u'.' : QString()) + objectName();
 }
 
+int Grilla::anchoPropio(int columna) const
+{
+    const ColumnaGrilla &suya = m_modelo->columnas()[size_t(columna)];
+    if (suya.caracteres == 0)
+        return 0;
+    const QFontMetrics letra = horizontalHeader()->fontMetrics();
+    // Room beside the title for the mark of the order.
+    return qMax(suya.caracteres * letra.averageCharWidth(), letra.horizontalAdvance(suya.titulo)) + 24;
+}
+
 void Grilla::ponerAnchos()
 {
-    const QFontMetrics letra = horizontalHeader()->fontMetrics();
     const QStringList guardados = Preferencias::leer(claveAnchos()).split(u',', Qt::SkipEmptyParts);
     const bool valen = guardados.size() == m_modelo->columnCount();
     for (int i = 0; i < m_modelo->columnCount(); ++i) {
-        const ColumnaGrilla &columna = m_modelo->columnas()[size_t(i)];
-        if (columna.caracteres == 0)
-            continue;
         const int guardado = valen ? guardados[i].toInt() : 0;
-        // Room beside the title for the mark of the order.
-        const int propio
-            = qMax(columna.caracteres * letra.averageCharWidth(), letra.horizontalAdvance(columna.titulo)) + 24;
-        setColumnWidth(i, guardado > 0 ? qMin(guardado, 4000) : propio);
+        if (!isColumnHidden(i))
+            setColumnWidth(i, guardado > 0 ? qMin(guardado, 4000) : anchoPropio(i));
     }
+}
+
+QSize Grilla::sizeHint() const
+{
+    int ancho = 2 * frameWidth() + verticalScrollBar()->sizeHint().width();
+    for (int i = 0; i < m_modelo->columnCount(); ++i)
+        if (!isColumnHidden(i))
+            ancho += anchoPropio(i);
+    const int alto
+        = 2 * frameWidth() + horizontalHeader()->sizeHint().height() + 12 * verticalHeader()->defaultSectionSize();
+    return {qBound(260, ancho, 900), alto};
 }
 
 void Grilla::showEvent(QShowEvent *event)
@@ -179,9 +194,14 @@ void Grilla::recargar(const std::function<void()> &cambio)
     if (elegidasAntes.size() > 1) {
         const std::unordered_set<qint64> buscadas(elegidasAntes.begin(), elegidasAntes.end());
         QItemSelection elegidas;
-        for (int fila = 0, n = m_modelo->rowCount(); fila < n; ++fila)
-            if (const qint64 clave = m_modelo->clave(fila); clave != 0 && buscadas.contains(clave))
-                elegidas.select(m_modelo->index(fila, 0), m_modelo->index(fila, m_modelo->columnCount() - 1));
+        const int filas = m_modelo->rowCount(), ultima = m_modelo->columnCount() - 1;
+        for (int fila = 0, desde = -1; fila <= filas; ++fila) {
+            const bool elegida = fila < filas && buscadas.contains(m_modelo->clave(fila)) && m_modelo->clave(fila) != 0;
+            if (elegida && desde < 0)
+                desde = fila;
+            if (!elegida && desde >= 0)
+                elegidas.select(m_modelo->index(std::exchange(desde, -1), 0), m_modelo->index(fila - 1, ultima));
+        }
         selectionModel()->select(elegidas, QItemSelectionModel::Select);
     }
     // The scroll bars learn the new number of rows only with the layout that is still pending.

@@ -38,6 +38,9 @@ public:
     /// All rows under their titles as CSV: semicolons, quotes doubled. Hidden columns are left out.
     [[nodiscard]] QString comoCsv() const;
 
+    /// Wide enough for its columns where they are few, and a dozen rows high.
+    [[nodiscard]] QSize sizeHint() const override;
+
 signals:
     /// Enter or double click on a (shown) row.
     void activada(int fila);
@@ -53,6 +56,7 @@ protected:
 private:
     void recargar(const std::function<void()> &cambio);
     void ponerAnchos();
+    [[nodiscard]] int anchoPropio(int columna) const;
     [[nodiscard]] QString claveAnchos() const;
     [[nodiscard]] std::vector<int> filasElegidas() const;
 

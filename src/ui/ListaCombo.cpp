@@ -11,6 +11,37 @@ namespace ui {
 
 namespace {
 
+/// Role of an entry's text as it is searched for.
+constexpr int rolBuscado = Qt::UserRole + 1;
+
+/// Without case and accents: who types "perez" means "Pérez" too.
+QString plegado(const QString &texto)
+{
+    QString letras;
+    for (const QChar c : texto.normalized(QString::NormalizationForm_D))
+        if (c.category() != QChar::Mark_NonSpacing)
+            letras += c;
+    return letras.toCaseFolded();
+}
+
+/// Finds entries by any part of their text as plegado() writes it, and shows them as they are.
+class Buscador : public QCompleter
+{
+public:
+    Buscador(QAbstractItemModel *modelo, QObject *parent)
+        : QCompleter(modelo, parent)
+    {
+        setCompletionRole(rolBuscado);
+        setFilterMode(Qt::MatchContains);
+        setMaxVisibleItems(12);
+    }
+    [[nodiscard]] QStringList splitPath(const QString &escrito) const override { return {plegado(escrito)}; }
+    [[nodiscard]] QString pathFromIndex(const QModelIndex &index) const override
+    {
+        return index.data(Qt::DisplayRole).toString();
+    }
+};
+
 /// The entry that is chosen, or that was typed whole; -1 for none.
 int indiceElegido(const QComboBox &lista)
 {
@@ -24,17 +55,6 @@ int indiceElegido(const QComboBox &lista)
 }
 
 } // namespace
-
-void hacerBuscable(QComboBox &lista)
-{
-    lista.setEditable(true);
-    lista.setInsertPolicy(QComboBox::NoInsert);
-    QCompleter *busca = lista.completer();
-    busca->setCompletionMode(QCompleter::PopupCompletion);
-    busca->setFilterMode(Qt::MatchContains);
-    busca->setCaseSensitivity(Qt::CaseInsensitive);
-    busca->setMaxVisibleItems(12);
-}
 
 void cargarLista(
     QComboBox &lista,
@@ -69,6 +89,7 @@ void ponerEntradas(QComboBox &lista, const std::vector<std::pair<QString, int>> 
     for (const auto &[texto, id] : entradas) {
         auto *item = new QStandardItem(texto);
         item->setData(id, Qt::UserRole);
+        item->setData(plegado(texto), rolBuscado);
         items << item;
     }
     modelo->appendColumn(items);
@@ -79,7 +100,9 @@ void ponerEntradas(QComboBox &lista, const std::vector<std::pair<QString, int>> 
     if (auto *vista = qobject_cast<QListView *>(lista.view()))
         vista->setUniformItemSizes(true);
     lista.setModel(modelo); // deletes the one before
-    hacerBuscable(lista);
+    lista.setEditable(true);
+    lista.setInsertPolicy(QComboBox::NoInsert);
+    lista.setCompleter(new Buscador(modelo, modelo));
     lista.setCurrentIndex(habia ? lista.findData(elegido) : -1);
 }
 

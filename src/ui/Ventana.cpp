@@ -111,8 +111,12 @@ void Ventana::terminar(const QVariantMap &resultado)
 
 void Ventana::exportar(const Grilla &grilla)
 {
+    QString propuesto = windowTitle();
+    for (QChar &c : propuesto)
+        if (QStringView(u"\\/:*?\"<>|").contains(c))
+            c = u' ';
     const auto destino = m_entorno.mensajes().elegirDestino(
-        tr("Exportar"), windowTitle() + QStringLiteral(".csv"), tr("Planilla (*.csv)"));
+        tr("Exportar"), propuesto.simplified() + QStringLiteral(".csv"), tr("Planilla (*.csv)"));
     if (!destino)
         return;
     QSaveFile archivo(*destino);

@@ -138,7 +138,9 @@ void Ventanas::mostrarEnMarco(Ventana *ventana)
     connect(ventana, &Ventana::cerrada, marco, &QObject::deleteLater);
 
     const QSize sitio = m_area->viewport()->size();
-    const QSize tamano = marco->sizeHint().expandedTo(marco->minimumSizeHint()).boundedTo(sitio);
+    QSize tamano = marco->sizeHint().expandedTo(marco->minimumSizeHint()).boundedTo(sitio);
+    if (tamano.width() * 20 > sitio.width() * 17)
+        tamano = sitio; // hardly anything would show beside it: its lists get the room
     // In the middle, each a little beside the one below it, so that both titles can be seen.
     const int paso = 24 * int((m_area->subWindowList().size() - 1) % 6);
     const QPoint esquina(

@@ -97,11 +97,12 @@ class SistemaTest : public QObject
     {
         usar(std::make_unique<soporte::BaseDePrueba>(dialecto));
     }
-    void usar(std::unique_ptr<soporte::BaseDePrueba> nueva)
+    void usar(std::unique_ptr<soporte::BaseDePrueba> nueva, bool hayBase = true)
     {
         base = std::move(nueva);
         base->clienteDeRed = true; // no reminder at closing
         control = std::make_unique<comprobador>(base->guion);
+        control->hayBase = control->lista = hayBase;
         ventanas = std::make_unique<ui::Ventanas>();
         ventanas->registrar(QStringLiteral("caja"), ui::Modo::Marco, [this] { return new caja(*base, *ventanas); });
         marco = std::make_unique<app::sistema>(*base, *control, *ventanas);
@@ -116,8 +117,8 @@ class SistemaTest : public QObject
     /// Log entries, oldest first, without those that opening and closing write.
     QStringList entradas(const QString &ventana = QStringLiteral("Menú General"))
     {
-        const db::Rows rows = base->conexion().query(
-            QStringLiteral("SELECT accion FROM [Historial] WHERE ventana = ? ORDER BY id"), {ventana});
+        const db::Rows rows
+            = base->conexion().query(QStringLiteral("SELECT accion FROM [Historial] WHERE ventana = ?"), {ventana});
         QStringList textos;
         for (int i = 0; i < rows->rowCount(); ++i)
             textos << rows->text(i, 0);
@@ -308,9 +309,7 @@ private slots:
 
     void sinBaseNoSeTocaLaConexion()
     {
-        usar(std::make_unique<SinConexion>());
-        control->lista = false;
-        control->hayBase = false;
+        usar(std::make_unique<SinConexion>(), false);
         marco->show();
         marco->actualizarUsuario();
         latir(marco->tiempo);

@@ -194,15 +194,11 @@ private slots:
         plantilla = file.readAll();
         QFile access(QStringLiteral(VASTELO_DATOS_DE_PRUEBA "/Ajena.mdb"));
         QVERIFY(access.open(QIODevice::ReadOnly));
-        QByteArray pisada = plantilla;
-        pisada.replace(5000, 200, QByteArray(200, 'x'));
-
         QTest::newRow("empty") << QByteArray();
         QTest::newRow("text") << QByteArray("Estimado doctor:\r\n").repeated(500);
         QTest::newRow("Access file") << access.readAll();
         QTest::newRow("truncated in the header") << plantilla.left(100);
         QTest::newRow("truncated") << plantilla.left(plantilla.size() / 2 + 77);
-        QTest::newRow("overwritten") << pisada;
         QTest::newRow("noise") << QByteArray("\x5a\xa5\x00\xff", 4).repeated(9000);
     }
 
@@ -222,6 +218,32 @@ private slots:
         QFile file(carpeta.filePath(u"Datos.mdb"_qs));
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(file.readAll(), bytes);
+    }
+
+    /// Every page of the file in turn is overwritten: the program starts, and what it cannot read it calls damaged.
+    void overwrittenPages()
+    {
+        QFile file(soporte::plantilla());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray plantilla = file.readAll();
+        constexpr int pagina = 4096;
+        int daniadas = 0;
+        for (int n = 0; n < 40; ++n) {
+            QByteArray bytes = plantilla;
+            bytes.replace(n * pagina + 300, 200, QByteArray(200, 'x'));
+            QTemporaryDir carpeta;
+            escribir(carpeta.filePath(u"Datos.mdb"_qs), bytes);
+            MensajesAnotados mensajes;
+            soporte::RelojFijo reloj;
+            Modulo modulo(carpeta.path(), mensajes, reloj, db::Engines::standard());
+            QCOMPARE(Arranque(modulo, {}).iniciar(), Arranque::Destino::Sistema);
+            QVERIFY(!mensajes.dichos.isEmpty());
+            if (modulo.baseLista())
+                continue;
+            ++daniadas;
+            QVERIFY2(esDanio(mensajes.dichos.last(), {}), qPrintable(mensajes.dichos.last()));
+        }
+        QVERIFY(daniadas > 3);
     }
 
     void otherPassword()

@@ -1,8 +1,6 @@
 #include "support/BaseDePrueba.h"
 
-#if __has_include("support/ServerTestEngine.h")
 #include "support/ServerTestEngine.h"
-#endif
 
 #include <QFile>
 #include <QtTest>
@@ -27,11 +25,9 @@ BaseDePrueba::BaseDePrueba(db::Dialect::Kind dialecto)
     QFile::setPermissions(archivo(), QFile::ReadOwner | QFile::WriteOwner);
     if (dialecto == db::Dialect::Kind::Access)
         m_conexion = db::Connection::open(cadenaAccess(archivo()), db::Engines::standard());
-#if __has_include("support/ServerTestEngine.h")
     else
         m_conexion = std::make_unique<db::Connection>(
             std::make_unique<ServerTestEngine>(archivo(), QStringLiteral("kestrel428")));
-#endif
     m_conexion->execute(
         QStringLiteral("INSERT INTO [Lista Doctores] (NomDoc,tipo) VALUES (?,0)"), {QStringLiteral("Juan Pérez")});
     usuario = int(m_conexion->insertedId());
@@ -54,9 +50,7 @@ void filasDeDialecto()
 {
     QTest::addColumn<db::Dialect::Kind>("dialecto");
     QTest::newRow("Access") << db::Dialect::Kind::Access;
-#if __has_include("support/ServerTestEngine.h")
     QTest::newRow("servidor") << db::Dialect::Kind::SqlServer;
-#endif
 }
 
 db::Dialect::Kind dialectoActual()

@@ -63,7 +63,7 @@ private:
     db::Column columnDefinition(db::Table &table);
     db::Type columnType(int &size);
     int number();
-    void primaryKey(db::Table &table);
+    void primaryKey();
 
     Lookup m_lookup;
     mutable QHash<QString, QVector<db::Column>> m_tables;

@@ -28,7 +28,7 @@ void ServerParser::tableBody(db::Table &table)
         if (accept(u"constraint"))
             (void)identifier();
         if (peek().isWord(u"primary") && peek(1).isWord(u"key")) {
-            primaryKey(table);
+            primaryKey();
             expectSymbol(u"(");
             do {
                 table.key << identifier();
@@ -48,7 +48,7 @@ void ServerParser::tableBody(db::Table &table)
     }
 }
 
-void ServerParser::primaryKey(db::Table &)
+void ServerParser::primaryKey()
 {
     expect(u"primary");
     expect(u"key");
@@ -99,10 +99,8 @@ db::Column ServerParser::columnDefinition(db::Table &table)
                 (void)number();
                 expectSymbol(u")");
             }
-        } else if (accept(u"primary")) {
-            expect(u"key");
-            if (!accept(u"clustered"))
-                accept(u"nonclustered");
+        } else if (peek().isWord(u"primary")) {
+            primaryKey();
             table.key << column.name;
         } else if (accept(u"not")) {
             expect(u"null");

@@ -112,7 +112,7 @@ private slots:
         QCOMPARE(ui::idElegido(lista, 77), 77);
         QVERIFY(lista.currentText().isEmpty());
 
-        lista.completer()->setCompletionPrefix(QStringLiteral("día"));
+        lista.completer()->setCompletionPrefix(QStringLiteral("DIA"));
         QCOMPARE(lista.completer()->completionCount(), 1);
     }
 

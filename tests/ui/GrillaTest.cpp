@@ -1,10 +1,13 @@
 #include "ui/Grilla.h"
+#include "db/sql/Collation.h"
 #include "support/Prueba.h"
+#include "ui/OrdenTexto.h"
 #include "ui/Preferencias.h"
 
 #include <QAbstractItemModelTester>
 #include <QClipboard>
 #include <QHeaderView>
+#include <QRandomGenerator>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -155,6 +158,31 @@ private slots:
         QCOMPARE(claves(modelo), (Claves{3, 2, 1}));
         modelo.sort(2, Qt::AscendingOrder); // digits in a row are a number, not a day
         QCOMPARE(claves(modelo), (Claves{2, 3, 1}));
+    }
+
+    void clavesComoLaBase()
+    {
+        // the letters over which an order may stumble, in every short combination, ends and damaged bytes included
+        const QByteArrayList letras{"a", "A", "á", "à", "n", "ñ", "Ñ", "o", "z", " ", "-", "Þ", "漢", "\x7f", "\xff"};
+        QByteArrayList textos{""};
+        for (int largo = 0; largo < 3; ++largo)
+            for (const QByteArray &base : QByteArrayList(textos))
+                for (const QByteArray &letra : letras)
+                    if (base.size() >= largo)
+                        textos << base + letra;
+        QRandomGenerator azar(1);
+        std::shuffle(textos.begin(), textos.end(), azar);
+        textos.resize(1500);
+        QByteArrayList claves;
+        for (const QByteArray &texto : textos) {
+            claves << QByteArray();
+            ui::agregarClaveEspanola(texto, claves.last());
+        }
+        const auto signo = [](int n) { return (n > 0) - (n < 0); };
+        for (qsizetype i = 0; i < textos.size(); ++i)
+            for (qsizetype j = 0; j < i; ++j)
+                if (signo(claves[i].compare(claves[j])) != signo(db::sql::compareSpanish(textos[i], textos[j])))
+                    QFAIL((textos[i].toHex(' ') + " / " + textos[j].toHex(' ')).constData());
     }
 
     void ordenaPorColumnaOculta()

@@ -17,17 +17,32 @@
 
 namespace agenda {
 
+namespace {
+
+/// In place of a template's `id`: the newest one, which is the one in force.
+constexpr int ultima = -1;
+
+} // namespace
+
 agendahorarios::agendahorarios(db::Entorno &entorno, ui::Ventanas &ventanas)
     : Ventana(entorno, ventanas, QStringLiteral("agendahorarios"), tr("Plantilla de Días y Horarios"))
 {
     construir();
+    // Once the click is over: the list would go on choosing the row after a question had taken it back.
     connect(
-        listaplantillas, &QListWidget::currentRowChanged, this, [this] { intentar([this] { cambiarDePlantilla(); }); });
-    alPulsar(nuevo, [this] { listar(0); });
+        listaplantillas,
+        &QListWidget::currentRowChanged,
+        this,
+        [this] { intentar([this] { alElegirPlantilla(); }); },
+        Qt::QueuedConnection);
+    alPulsar(nuevo, [this] {
+        if (descartar())
+            listar(0);
+    });
     alPulsar(guardar, [this] { save(); });
     alPulsar(eliminar, [this] {
         if (m_mostrada.id != 0 && eliminarPlantilla(this->entorno(), m_mostrada.id)) {
-            listar(-1);
+            listar(ultima);
             avisarAgenda();
         }
     });
@@ -59,7 +74,7 @@ bool agendahorarios::preparar(const ui::Pedido &pedido)
     anio->setCurrentIndex(0);
     fechadesde->setHoy(entorno().clock().today());
     fechahasta->setHoy(entorno().clock().today());
-    listar(-1);
+    listar(ultima);
     listarDias();
     listaplantillas->setFocus();
     return true;
@@ -77,6 +92,36 @@ bool agendahorarios::hayCambios() const
     return fechadesde->text() != m_desde || fechahasta->text() != m_hasta || !(leer() == m_mostrada);
 }
 
+bool agendahorarios::descartar()
+{
+    return !hayCambios()
+        || entorno().mensajes().pregunta(
+            base::titulo::atencion, tr("La plantilla tiene cambios sin guardar. ¿Desea descartarlos?"), false);
+}
+
+void agendahorarios::alElegirPlantilla()
+{
+    const QListWidgetItem *elegida = listaplantillas->currentItem();
+    if (elegida && elegida->data(Qt::UserRole).toInt() == m_mostrada.id)
+        return;
+    if (descartar()) {
+        cambiarDePlantilla();
+        return;
+    }
+    const QSignalBlocker calla(listaplantillas);
+    elegirRenglon(m_mostrada.id);
+}
+
+void agendahorarios::elegirRenglon(int id)
+{
+    for (int i = 0; i < listaplantillas->count(); ++i)
+        if (listaplantillas->item(i)->data(Qt::UserRole).toInt() == id) {
+            listaplantillas->setCurrentRow(i);
+            return;
+        }
+    listaplantillas->setCurrentRow(-1);
+}
+
 void agendahorarios::listar(int elegida)
 {
     {
@@ -85,12 +130,11 @@ void agendahorarios::listar(int elegida)
         for (const PlantillaListada &plantilla : listarPlantillas(conexion(), m_doctor)) {
             auto *renglon = new QListWidgetItem(plantilla.texto, listaplantillas);
             renglon->setData(Qt::UserRole, plantilla.id);
-            // The newest is the one in force: shown where none was asked for.
-            if (plantilla.id == elegida || elegida < 0)
-                listaplantillas->setCurrentItem(renglon);
         }
-        if (elegida == 0)
-            listaplantillas->setCurrentRow(-1);
+        if (elegida == ultima)
+            listaplantillas->setCurrentRow(listaplantillas->count() - 1);
+        else
+            elegirRenglon(elegida);
     }
     cambiarDePlantilla();
 }

@@ -7,8 +7,6 @@
 
 class QCheckBox;
 class QComboBox;
-class QGroupBox;
-class QLabel;
 class QListWidget;
 class QPushButton;
 class QSpinBox;
@@ -68,11 +66,16 @@ private:
     QWidget *panelDias();
     QWidget *panelNoLaborables();
 
+    /// Lists the templates and shows the one of that `id`; 0: an empty one.
     void listar(int elegida);
+    void elegirRenglon(int id);
+    /// True when nothing typed would be lost, or the person lets it go.
+    [[nodiscard]] bool descartar();
     void listarDias();
     void mostrar(const Plantilla &plantilla);
     /// What the fields say; the dates stay as typed in their fields.
     [[nodiscard]] Plantilla leer() const;
+    void alElegirPlantilla();
     void cambiarDePlantilla();
     void save();
     void avisarAgenda();

@@ -150,7 +150,7 @@ void agendamodifturno::construir()
     todo->addWidget(turno);
     todo->addLayout(medio, 1);
     todo->addLayout(botones);
-    resize(520, 360);
+    setMinimumSize(520, 360);
 }
 
 } // namespace agenda

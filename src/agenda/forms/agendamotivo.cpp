@@ -42,7 +42,7 @@ agendamotivo::agendamotivo(db::Entorno &entorno, ui::Ventanas &ventanas)
     todo->addWidget(motivo);
     todo->addStretch(1);
     todo->addLayout(botones);
-    resize(400, 150);
+    setMinimumSize(400, 150);
 
     alPulsar(guardar, [this] { save(); });
     connect(cancelar, &QPushButton::clicked, this, &QWidget::close);

@@ -146,17 +146,19 @@ void agendanuevoturno::construir()
     listaturnos = new QListWidget(this);
     listaturnos->setObjectName(QStringLiteral("listaturnos"));
     listaturnos->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    listaturnos->setFixedHeight(7 * fontMetrics().lineSpacing());
     nuevoturno = new QLineEdit(this);
     nuevoturno->setObjectName(QStringLiteral("nuevoturno"));
     nuevoturno->setPlaceholderText(tr("dd/mm/aaaa hh:mm"));
-    agregarturno = boton(QStringLiteral("agregarturno"), tr("A&gregar"), QStringLiteral("list-add"));
+    nuevoturno->setMinimumWidth(fontMetrics().horizontalAdvance(nuevoturno->placeholderText()) + 30);
+    agregarturno = boton(QStringLiteral("agregarturno"), tr("&Agregar"), QStringLiteral("list-add"));
     quitarturno = boton(QStringLiteral("quitarturno"), tr("&Quitar"), QStringLiteral("list-remove"));
     motivo = new QComboBox(this);
     motivo->setObjectName(QStringLiteral("motivo"));
     observacionestur = new QPlainTextEdit(this);
     observacionestur->setObjectName(QStringLiteral("observacionestur"));
     observacionestur->setTabChangesFocus(true);
-    observacionestur->setFixedHeight(4 * fontMetrics().lineSpacing());
+    observacionestur->setMinimumHeight(5 * fontMetrics().lineSpacing());
     guardar = boton(QStringLiteral("guardar"), tr("&Guardar"), QStringLiteral("document-save"));
     cancelar = boton(QStringLiteral("cancelar"), tr("&Cancelar"), QStringLiteral("dialog-cancel"));
 
@@ -193,7 +195,7 @@ void agendanuevoturno::construir()
     auto *supr = new QShortcut(QKeySequence(Qt::Key_Delete), listaturnos);
     supr->setContext(Qt::WidgetShortcut);
     connect(supr, &QShortcut::activated, quitarturno, [this] { quitarturno->click(); });
-    resize(520, 420);
+    setMinimumSize(520, 400);
 }
 
 } // namespace agenda

@@ -37,7 +37,7 @@ agendaobservacion::agendaobservacion(db::Entorno &entorno, ui::Ventanas &ventana
     todo->addWidget(turno);
     todo->addWidget(observacionestur, 1);
     todo->addLayout(botones);
-    resize(460, 220);
+    setMinimumSize(460, 220);
 
     alPulsar(guardar, [this] { save(); });
     connect(cancelar, &QPushButton::clicked, this, &QWidget::close);

@@ -191,7 +191,9 @@ void agendas::mostrarDetalle()
     if (id != 0 && id == m_detalleDe)
         return;
     m_detalleDe = id;
-    const QStringList lineas = id == 0 ? QStringList() : detalleTurno(conexion(), id);
+    QStringList lineas = id == 0 ? QStringList() : detalleTurno(conexion(), id);
+    if (!lineas.isEmpty() && !fila->telefono.isEmpty())
+        lineas.insert(1, fila->telefono.trimmed());
     // Two columns keep it low: the patient's facts in pairs, who gave the appointment below.
     QStringList renglones;
     for (qsizetype i = 0; i < lineas.size(); i += 2)

@@ -16,6 +16,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDialog>
 #include <QDir>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -164,7 +165,9 @@ void sistema::pulsar(const BotonMenu &boton)
 void sistema::revisarAnuncios()
 {
     // After a failed check only a button tries again: a check every half minute would be a message every half minute.
-    if (m_ocupada || m_fallaDicha || !m_comprobador.baseLista())
+    // Nor does a message of its own come over a box that waits for an answer.
+    if (m_ocupada || m_fallaDicha || !m_comprobador.baseLista()
+        || qobject_cast<QDialog *>(QApplication::activeModalWidget()))
         return;
     const QScopedValueRollback ocupada(m_ocupada, true);
     if (!m_comprobador.verificarBase()) {

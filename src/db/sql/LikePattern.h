@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QByteArrayView>
+#include <QByteArray>
 
 #include <vector>
 
@@ -26,7 +26,6 @@ private:
         bool negated = false;
         std::vector<Span> spans = {};
     };
-    struct Cursor;
     [[nodiscard]] bool accepts(const Element &element, char32_t base) const;
     [[nodiscard]] bool matchesPlain(const uchar *at, const uchar *end) const;
     [[nodiscard]] qsizetype readClass(QByteArrayView pattern, qsizetype at);

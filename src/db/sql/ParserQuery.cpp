@@ -1,5 +1,6 @@
 #include "db/sql/Parser.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace db::sql {

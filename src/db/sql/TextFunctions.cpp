@@ -4,6 +4,7 @@
 #include "db/sql/Format.h"
 
 #include <QString>
+#include <QVarLengthArray>
 
 namespace db::sql {
 
@@ -185,18 +186,18 @@ void strcomp(sqlite3_context *context, int count, sqlite3_value **values)
 /// All operands in one text; Null counts as empty.
 void concat(sqlite3_context *context, int count, sqlite3_value **values)
 {
-    QByteArray text;
-    qsizetype size = 0;
-    for (int i = 0; i < count; ++i)
-        size += sqlite3_value_type(values[i]) == SQLITE_TEXT ? sqlite3_value_bytes(values[i]) : 24;
-    text.reserve(size);
+    // Names and the like fit; a list of a hundred thousand rows calls this for each.
+    QVarLengthArray<char, 256> text;
     for (int i = 0; i < count; ++i) {
-        if (sqlite3_value_type(values[i]) == SQLITE_FLOAT)
-            text += numberText(sqlite3_value_double(values[i]));
-        else if (!isNull(values[i]))
-            text += utf8(values[i]);
+        if (sqlite3_value_type(values[i]) == SQLITE_FLOAT) {
+            const QByteArray number = numberText(sqlite3_value_double(values[i]));
+            text.append(number.constData(), number.size());
+        } else if (!isNull(values[i])) {
+            const QByteArrayView part = utf8(values[i]);
+            text.append(part.data(), part.size());
+        }
     }
-    giveText(context, text);
+    giveText(context, QByteArrayView(text.constData(), text.size()));
 }
 
 /// Text of any value; dates in the short form.

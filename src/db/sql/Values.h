@@ -4,6 +4,9 @@
 
 #include <QByteArray>
 
+#include <optional>
+#include <vector>
+
 #include <sqlite3.h>
 
 namespace db::sql {
