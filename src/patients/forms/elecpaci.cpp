@@ -220,17 +220,22 @@ void elecpaci::elegir()
         return;
     }
     const QVariantMap resultado{{QStringLiteral("nrohc"), int(nrohc)}, {QStringLiteral("nombre"), *nombre}};
-    if (ficha) {
-        const QString nombreFicha = QStringLiteral("pacientes");
-        if (!ventanas().existe(nombreFicha)) {
-            entorno().mensajes().informar(
-                base::titulo::atencion, tr("Esta ventana todavía no forma parte de esta versión de Vastelo."));
-            return;
-        }
-        if (!ventanas().abrir(nombreFicha, {.datos = resultado}))
-            return;
+    if (!ficha) {
+        terminar(resultado);
+        return;
     }
+    const QString nombreFicha = QStringLiteral("pacientes");
+    ui::Ventanas &todas = ventanas();
+    if (!todas.existe(nombreFicha)) {
+        entorno().mensajes().informar(
+            base::titulo::atencion, tr("Esta ventana todavía no forma parte de esta versión de Vastelo."));
+        return;
+    }
+    if (!todas.abrir(nombreFicha, {.datos = resultado}))
+        return;
+    // Closing gives the focus back to the opener; it belongs to the file now.
     terminar(resultado);
+    (void)todas.activar(nombreFicha);
 }
 
 void elecpaci::crear()
