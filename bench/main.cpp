@@ -5,6 +5,7 @@
 #include "agenda/forms/Registro.h"
 #include "app/Arranque.h"
 #include "app/Modulo.h"
+#include "app/forms/sistema.h"
 #include "base/Clock.h"
 #include "base/Mensajes.h"
 #include "db/Config.h"
@@ -111,13 +112,17 @@ public:
         : modulo(carpeta, m_mensajes, m_reloj, db::Engines::standard())
     {
         // The program first: the engine alone then finds the file in the system's memory, if anything its advantage.
-        const double arranque
-            = medicion::cronometrar([&] { (void)app::Arranque(modulo, [](const QString &) {}).iniciar(); });
+        const double arranque = medicion::cronometrar([&] {
+            patients::registrarVentanas(modulo, ventanas);
+            agenda::registrarVentanas(modulo, ventanas);
+            (void)app::Arranque(modulo, [](const QString &) {}).iniciar();
+            m_marco = std::make_unique<app::sistema>(modulo, modulo, ventanas);
+            m_marco->resize(1280, 800);
+            (void)m_marco->grab();
+        });
         const double motorSolo
             = medicion::cronometrar([&] { Motor::abrirYCerrar(carpeta + QStringLiteral("/Datos.mdb"), clave); });
         tabla.agregar(QStringLiteral("arranque hasta la ventana principal (con la clave)"), arranque, motorSolo);
-        patients::registrarVentanas(modulo, ventanas);
-        agenda::registrarVentanas(modulo, ventanas);
         db::Config(modulo.conexion()).guardar(u"nuidhc", false);
     }
 
@@ -133,6 +138,7 @@ private:
     RelojDeMedicion m_reloj;
     app::Modulo modulo;
     ui::Ventanas ventanas;
+    std::unique_ptr<app::sistema> m_marco;
 
     // The list of patients as one statement, without balances.
     static QByteArray listado(const QString &filtro)
@@ -304,9 +310,9 @@ int main(int argc, char *argv[])
         QStringLiteral("10000,100000"));
     const QCommandLineOption turnos(
         QStringLiteral("turnos"),
-        QStringLiteral("Turnos por cada paciente."),
+        QStringLiteral("Turnos de cada consultorio."),
         QStringLiteral("N"),
-        QStringLiteral("10"));
+        QStringLiteral("1000000"));
     const QCommandLineOption veces(
         QStringLiteral("veces"), QStringLiteral("Mediciones de cada cosa."), QStringLiteral("N"), QStringLiteral("9"));
     const QCommandLineOption carpeta(
@@ -324,7 +330,7 @@ int main(int argc, char *argv[])
             const int n = std::max(1, tamano.toInt());
             const demo::Medida medida{
                 .pacientes = n,
-                .turnos = n * std::max(1, opciones.value(turnos).toInt()),
+                .turnos = std::max(1, opciones.value(turnos).toInt()),
                 .ordenes = n * 3,
                 .consultas = n * 5,
                 .hoy = hoy};
