@@ -57,7 +57,7 @@ qint64 pagoAEliminar(db::Entorno &entorno, qint64 id)
     if (!db::Config(entorno.conexion()).bandera(u"pagocaja"))
         return 0;
     const db::Recordset turno = leer(entorno.conexion(), id);
-    if (turno.isEmpty() || turno.flag(u"Atendido"))
+    if (turno.isEmpty() || !turno.flag(u"llegado") || turno.flag(u"Atendido"))
         return 0;
     const qint64 idcaja = turno.integer(u"idcaja");
     if (idcaja == 0

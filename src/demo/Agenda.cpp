@@ -1,5 +1,5 @@
 #include "agenda/Textos.h"
-#include "demo/Practica.h"
+#include "demo/Perfil.h"
 
 #include <algorithm>
 
@@ -102,29 +102,6 @@ Estado estado(Azar &azar, const Reserva &reserva, QDate hoy)
     return {.llegado = suerte < 91, .atendido = suerte < 88};
 }
 
-QVector<int> motivosDe(Practica &p, Especialidad especialidad)
-{
-    static const std::pair<Especialidad, QStringList> palabras[] = {
-        {Especialidad::Pediatria,
-         {QStringLiteral("niño"), QStringLiteral("pediátr"), QStringLiteral("fiebre"), QStringLiteral("vacun")}},
-        {Especialidad::Ginecologia,
-         {QStringLiteral("ginec"), QStringLiteral("embaraz"), QStringLiteral("prenatal"), QStringLiteral("anticon")}},
-        {Especialidad::Traumatologia, {QStringLiteral("dolor"), QStringLiteral("traum"), QStringLiteral("lumb")}},
-        {Especialidad::Kinesiologia, {QStringLiteral("kines"), QStringLiteral("rehab"), QStringLiteral("dolor")}},
-        {Especialidad::Odontologia, {QStringLiteral("odonto"), QStringLiteral("dental"), QStringLiteral("muela")}}};
-    const Catalogo todos = catalogo(p.conexion(), QStringLiteral("Lista Motivos Consulta"), QStringLiteral("Motivo"));
-    QVector<int> propios, cualquiera;
-    for (const auto &[id, nombre] : todos) {
-        cualquiera << id;
-        for (const auto &[suya, claves] : palabras)
-            if (suya == especialidad)
-                for (const QString &clave : claves)
-                    if (nombre.contains(clave, Qt::CaseInsensitive))
-                        propios << id;
-    }
-    return propios.isEmpty() ? cualquiera : propios;
-}
-
 class Libro
 {
 public:
@@ -137,8 +114,13 @@ public:
         , m_caja(practica.lote.insertar(
               QStringLiteral("Caja"), QStringLiteral("fecha doctor detalle importe modopago detallepago")))
     {
+        const QString tabla = QStringLiteral("Lista Motivos Consulta"), columna = QStringLiteral("Motivo");
+        // A general list knows nothing of teeth.
+        for (const QString &dental : perfil(Especialidad::Odontologia).motivos)
+            (void)idDe(p.lote, tabla, dental, columna);
+        const Catalogo todos = catalogo(p.conexion(), tabla, columna);
         for (const Profesional &profesional : p.profesionales)
-            m_motivos.push_back(motivosDe(p, profesional.especialidad));
+            m_motivos.push_back(idsDe(todos, perfil(profesional.especialidad).motivos));
     }
 
     void anotar(const Reserva &r)
@@ -156,8 +138,8 @@ public:
         const bool bloqueo = r.nrohc == bloqueado;
         const Estado suyo = estado(azar, r, p.medida.hoy);
         const qint64 pago = suyo.atendido ? cobrar(r, profesional) : 0;
-        const QVector<int> &motivos = m_motivos[size_t(r.profesional)];
-        const int motivo = bloqueo || motivos.isEmpty() || azar.porCiento(10) ? 0 : azar.uno(motivos);
+        const std::vector<int> &motivos = m_motivos[size_t(r.profesional)];
+        const int motivo = bloqueo || motivos.empty() || azar.porCiento(10) ? 0 : azar.uno(motivos);
         const bool conObservacion = !bloqueo && azar.porMil(60);
 
         db::Params v;
@@ -213,7 +195,7 @@ private:
     Practica &p;
     QString m_turno;
     QString m_caja;
-    std::vector<QVector<int>> m_motivos;
+    std::vector<std::vector<int>> m_motivos; ///< by professional
 };
 
 } // namespace

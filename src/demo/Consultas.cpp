@@ -1,47 +1,10 @@
-#include "demo/Practica.h"
+#include "demo/Perfil.h"
 
 #include <algorithm>
 
 namespace demo {
 
 namespace {
-
-/// Diagnoses that a practice meets, by kind of professional: beginnings of codes of the classification.
-const std::pair<Especialidad, QStringList> frecuentes[]
-    = {{Especialidad::Clinica,
-        {QStringLiteral("I10"),
-         QStringLiteral("E11"),
-         QStringLiteral("E78"),
-         QStringLiteral("J06"),
-         QStringLiteral("J45"),
-         QStringLiteral("K29"),
-         QStringLiteral("N39"),
-         QStringLiteral("R51"),
-         QStringLiteral("F41"),
-         QStringLiteral("E03")}},
-       {Especialidad::Pediatria,
-        {QStringLiteral("J00"),
-         QStringLiteral("J02"),
-         QStringLiteral("J20"),
-         QStringLiteral("H66"),
-         QStringLiteral("A09"),
-         QStringLiteral("B01"),
-         QStringLiteral("L20"),
-         QStringLiteral("J45")}},
-       {Especialidad::Ginecologia,
-        {QStringLiteral("N76"),
-         QStringLiteral("N94"),
-         QStringLiteral("D25"),
-         QStringLiteral("N92"),
-         QStringLiteral("E28")}},
-       {Especialidad::Traumatologia,
-        {QStringLiteral("M54"),
-         QStringLiteral("M17"),
-         QStringLiteral("S93"),
-         QStringLiteral("M75"),
-         QStringLiteral("S52")}},
-       {Especialidad::Kinesiologia, {QStringLiteral("M54"), QStringLiteral("M75"), QStringLiteral("M62")}},
-       {Especialidad::Odontologia, {QStringLiteral("K02"), QStringLiteral("K04"), QStringLiteral("K05")}}};
 
 /// Rows of the classification for one kind of professional: id and text.
 Catalogo diagnosticos(db::Connection &conexion, const QStringList &codigos)
@@ -89,10 +52,11 @@ public:
               QStringLiteral("NroPaci idconsulta tipoconsulta tipoitem iditem item cie10 fami")))
     {
         for (const Profesional &profesional : p.profesionales)
-            for (const auto &[especialidad, codigos] : frecuentes)
-                if (especialidad == profesional.especialidad)
-                    m_diagnosticos.push_back(diagnosticos(p.conexion(), codigos));
-        m_motivos = catalogo(p.conexion(), QStringLiteral("Lista Motivos Consulta"), QStringLiteral("Motivo"));
+            m_diagnosticos.push_back(diagnosticos(p.conexion(), perfil(profesional.especialidad).diagnosticos));
+        const Catalogo motivos
+            = catalogo(p.conexion(), QStringLiteral("Lista Motivos Consulta"), QStringLiteral("Motivo"));
+        for (const Profesional &profesional : p.profesionales)
+            m_motivos.push_back(idsDe(motivos, perfil(profesional.especialidad).motivos));
         m_estudios = catalogo(p.conexion(), QStringLiteral("Lista Estudios"));
         for (const auto &[id, nombre] : catalogo(p.conexion(), QStringLiteral("Lista Tratamientos")))
             m_tratamientos << nombre;
@@ -109,11 +73,12 @@ public:
         v << a.paciente << p.profesionales[size_t(a.profesional)].id << a.momento << azar.uno(relatos)
           << (conControl ? 0 : 1) << (conControl ? QVariant(dias) : QVariant());
         v << (conObservacion ? azar.uno(observaciones) : QString());
-        v << (m_motivos.empty() ? QStringLiteral("Control") : QString());
+        const std::vector<int> &motivos = m_motivos[size_t(a.profesional)];
+        v << (motivos.empty() ? QStringLiteral("Control") : QString());
         const qint64 consulta = p.lote.escribirConId(m_consulta, v);
 
-        if (!m_motivos.empty())
-            item(a, consulta, 1, azar.uno(m_motivos).first, {}, 0);
+        if (!motivos.empty())
+            item(a, consulta, 1, azar.uno(motivos), {}, 0);
         const Catalogo &diagnostico = m_diagnosticos[size_t(a.profesional)];
         if (!diagnostico.empty() && azar.porCiento(85)) {
             const auto &[id, nombre] = azar.uno(diagnostico);
@@ -139,7 +104,7 @@ private:
     QString m_consulta;
     QString m_item;
     std::vector<Catalogo> m_diagnosticos; ///< by professional
-    Catalogo m_motivos;
+    std::vector<std::vector<int>> m_motivos; ///< by professional
     Catalogo m_estudios;
     QStringList m_tratamientos;
 };

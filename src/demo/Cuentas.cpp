@@ -1,6 +1,7 @@
-#include "demo/Practica.h"
+#include "demo/Perfil.h"
 
 #include <algorithm>
+#include <map>
 
 namespace demo {
 
@@ -9,48 +10,47 @@ namespace {
 struct Prestacion {
     int id = 0;
     double precio = 0;
-    bool deKinesiologia = false;
-    bool deOdontologia = false;
 };
 
-// Where the fee schedule is empty.
-const std::pair<QString, QString> nomencladorMinimo[]
-    = {{QStringLiteral("42.01.01"), QStringLiteral("Consulta médica")},
-       {QStringLiteral("17.01.01"), QStringLiteral("Electrocardiograma")},
-       {QStringLiteral("25.01.01"), QStringLiteral("Sesión de kinesioterapia")},
-       {QStringLiteral("22.01.01"), QStringLiteral("Papanicolaou")},
-       {QStringLiteral("18.01.04"), QStringLiteral("Ecografía obstétrica")},
-       {QStringLiteral(".01.01"), QStringLiteral("Consulta odontológica")}};
+// What the schedules of a new practice may lack.
+const std::pair<QString, QString> propias[]
+    = {{QStringLiteral("420101"), QStringLiteral("Consulta médica")},
+       {QStringLiteral(".01.01"), QStringLiteral("Consulta odontológica")},
+       {QStringLiteral(".02.01"), QStringLiteral("Obturación simple")},
+       {QStringLiteral(".05.01"), QStringLiteral("Tartrectomía y cepillado mecánico")},
+       {QStringLiteral(".09.01"), QStringLiteral("Radiografía periapical")},
+       {QStringLiteral(".10.01"), QStringLiteral("Extracción dentaria")}};
 
-std::vector<Prestacion> leerNomenclador(Practica &p)
+/// Practices by kind of professional, at most a dozen each: one uses few of the thousands of the schedule.
+using Prestaciones = std::map<Especialidad, std::vector<Prestacion>>;
+
+Prestaciones leerNomenclador(Practica &p)
 {
-    const auto leer = [&] {
-        return p.conexion().query(
-            QStringLiteral("SELECT id,codigo,nombre FROM [Lista Nomenclador] ORDER BY codigo,id"));
-    };
-    auto filas = leer();
-    if (filas->rowCount() == 0) {
-        const QString sql = p.lote.insertar(QStringLiteral("Lista Nomenclador"), QStringLiteral("codigo nombre"));
-        for (const auto &[codigo, nombre] : nomencladorMinimo)
+    const QString sql = p.lote.insertar(QStringLiteral("Lista Nomenclador"), QStringLiteral("codigo nombre"));
+    for (const auto &[codigo, nombre] : propias)
+        if (p.conexion()
+                .query(
+                    QStringLiteral("SELECT id FROM [Lista Nomenclador] WHERE codigo = ? or nombre = ?"),
+                    {codigo, nombre})
+                ->rowCount()
+            == 0)
             p.lote.escribir(sql, {codigo, nombre});
-        filas = leer();
+    const auto filas
+        = p.conexion().query(QStringLiteral("SELECT id,nombre FROM [Lista Nomenclador] ORDER BY codigo,id"));
+    Catalogo todas;
+    for (int i = 0; i < filas->rowCount(); ++i)
+        todas.emplace_back(int(filas->integer(i, 0)), filas->text(i, 1));
+
+    Prestaciones prestaciones;
+    for (const Profesional &profesional : p.profesionales) {
+        std::vector<Prestacion> &suyas = prestaciones[profesional.especialidad];
+        if (!suyas.empty())
+            continue;
+        for (const int id : idsDe(todas, perfil(profesional.especialidad).practicas))
+            if (suyas.size() < 12)
+                suyas.push_back({id, 4000.0 + p.azar.entre(0, 60) * 250});
     }
-    // An even choice of some dozens: a practice uses few of the thousands of the schedule.
-    std::vector<Prestacion> practicas;
-    const int paso = std::max(1, filas->rowCount() / 60);
-    for (int i = 0; i < filas->rowCount(); ++i) {
-        const QString nombre = filas->text(i, 2);
-        const bool kinesiologia = nombre.contains(QLatin1String("kinesi"), Qt::CaseInsensitive)
-            || nombre.contains(QLatin1String("fisio"), Qt::CaseInsensitive);
-        const bool consulta = nombre.contains(QLatin1String("consulta"), Qt::CaseInsensitive);
-        if (i % paso == 0 || kinesiologia || consulta)
-            practicas.push_back(
-                {int(filas->integer(i, 0)),
-                 4000.0 + p.azar.entre(0, 60) * 250,
-                 kinesiologia,
-                 filas->text(i, 1).startsWith(u'.')});
-    }
-    return practicas;
+    return prestaciones;
 }
 
 std::vector<int> derivadores(Practica &p)
@@ -69,7 +69,7 @@ std::vector<int> derivadores(Practica &p)
     return ids;
 }
 
-void guardarPrecios(Practica &p, const std::vector<Prestacion> &practicas)
+void guardarPrecios(Practica &p, const Prestaciones &prestaciones)
 {
     const QString sql = p.lote.insertar(
         QStringLiteral("Lista Precios"),
@@ -78,8 +78,12 @@ void guardarPrecios(Practica &p, const std::vector<Prestacion> &practicas)
     for (const auto &[id, peso] : p.coberturas)
         if (peso >= 30)
             coberturas.push_back(id);
+    std::map<int, Prestacion> practicas; // several kinds share the plain visit
+    for (const auto &[especialidad, suyas] : prestaciones)
+        for (const Prestacion &practica : suyas)
+            practicas.emplace(practica.id, practica);
     for (const int cobertura : coberturas)
-        for (const Prestacion &practica : practicas) {
+        for (const auto &[id, practica] : practicas) {
             const bool particular = cobertura == p.idParticular;
             const double plus = particular ? practica.precio * 2 : p.azar.entre(0, 6) * 500;
             const double deLaCobertura = particular ? 0 : practica.precio;
@@ -93,7 +97,7 @@ class Ordenes
 public:
     explicit Ordenes(Practica &practica)
         : p(practica)
-        , m_practicas(leerNomenclador(practica))
+        , m_prestaciones(leerNomenclador(practica))
         , m_derivadores(derivadores(practica))
         , m_orden(practica.lote.insertar(
               QStringLiteral("Pacientes Ordenes"),
@@ -107,7 +111,7 @@ public:
               QStringLiteral("Pacientes Pagos"),
               QStringLiteral("NroPaci idorden fecha importe quien iddoctor turno libros observaciones")))
     {
-        guardarPrecios(p, m_practicas);
+        guardarPrecios(p, m_prestaciones);
     }
 
     void agregar(QDate fecha);
@@ -148,7 +152,7 @@ private:
     }
 
     Practica &p;
-    std::vector<Prestacion> m_practicas;
+    Prestaciones m_prestaciones;
     std::vector<int> m_derivadores;
     QString m_orden;
     QString m_sesion;
@@ -165,19 +169,15 @@ void Ordenes::agregar(QDate fecha)
     const int nrohc = p.alguien(profesional.especialidad, fecha);
     if (nrohc == 0)
         return;
-    const Prestacion *practica = &azar.uno(m_practicas);
-    for (int intento = 0; intento < 30; ++intento) {
-        if (practica->deKinesiologia == (profesional.especialidad == Especialidad::Kinesiologia)
-            && practica->deOdontologia == (profesional.especialidad == Especialidad::Odontologia))
-            break;
-        practica = &azar.uno(m_practicas);
-    }
+    const Prestacion *practica = &azar.uno(m_prestaciones.at(profesional.especialidad));
+    const bool dental = profesional.especialidad == Especialidad::Odontologia;
+    const bool deSesiones = profesional.especialidad == Especialidad::Kinesiologia;
 
     const int cobertura = p.paciente(nrohc).cobertura;
     const bool particular = cobertura == 0;
     const double costo = particular ? practica->precio * 2 : azar.entre(0, 6) * 500;
     const double costoOs = particular ? 0 : practica->precio;
-    const int sesiones = practica->deKinesiologia ? 10 : azar.porCiento(12) ? 5 : 1;
+    const int sesiones = deSesiones ? 10 : 1;
     const bool vieja = fecha < p.medida.hoy.addDays(-75);
     const bool pagada = azar.porCiento(vieja ? 93 : 55);
     const bool pagadaOs = !particular && vieja && azar.porCiento(85);
@@ -194,7 +194,6 @@ void Ordenes::agregar(QDate fecha)
     v << costoOs << (pagadaOs ? QStringLiteral("P") : azar.porCiento(60) ? QStringLiteral("A") : QStringLiteral("F"));
     v << profesional.id << (particular ? p.idParticular : cobertura);
     v << (azar.porCiento(50) ? azar.uno(m_derivadores) : 0) << p.profesionales.front().id;
-    const bool dental = practica->deOdontologia;
     const int cuadrante = azar.entre(1, 4), pieza = azar.entre(1, 8);
     v << (dental ? QString::number(cuadrante * 10 + pieza) : QString());
     v << (dental ? azar.uno(caras) : QString()) << 0;

@@ -175,14 +175,13 @@ void crearCoberturas(Practica &p)
            {QStringLiteral("IAPOS"), 230},
            {QStringLiteral("OSECAC"), 110},
            {QStringLiteral("OSDE"), 160},
-           {QStringLiteral("Swiss"), 60},
+           {QStringLiteral("Swiss Medical"), 60},
            {QStringLiteral("IOMA"), 30},
-           {QStringLiteral("Galeno"), 40},
-           {QStringLiteral("Medif"), 50},
-           {QStringLiteral("OSPAC"), 30},
-           {QStringLiteral("UOM"), 50},
-           {QStringLiteral("Bancari"), 30},
-           {QStringLiteral("Unión Personal"), 40}};
+           {QStringLiteral("Galeno Argentina"), 40},
+           {QStringLiteral("Medifé"), 50},
+           {QStringLiteral("OSUOMRA"), 50},
+           {QStringLiteral("OSBA"), 30},
+           {QStringLiteral("UP"), 40}};
     const QString tabla = QStringLiteral("Lista Coberturas");
     p.idParticular = idDe(p.lote, tabla, QStringLiteral("PARTICULAR"));
     Catalogo filas = catalogo(p.conexion(), tabla);
@@ -196,8 +195,8 @@ void crearCoberturas(Practica &p)
             continue;
         int peso = 1;
         for (const auto &[parte, suyo] : usuales)
-            if (nombre.contains(parte, Qt::CaseInsensitive))
-                peso = std::max(peso, suyo);
+            if (nombre == parte || nombre.startsWith(parte + QStringLiteral(" - ")))
+                peso = suyo;
         if (p.idPami == 0 && nombre.contains(QLatin1String("PAMI")))
             p.idPami = id;
         p.coberturas.emplace_back(id, peso);

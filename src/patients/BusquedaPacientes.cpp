@@ -73,8 +73,7 @@ QString desdeCuando(db::Entorno &entorno)
     return QStringLiteral(" and fecha >= ") + conexion.dialect().dayStart(QDate(entorno.clock().today().year(), 1, 1));
 }
 
-base::Resultado<db::Rows>
-listar(db::Entorno &entorno, const FiltroPacientes &filtro, const QString &saldo, const QString &desde)
+base::Resultado<db::Rows> listar(db::Entorno &entorno, const FiltroPacientes &filtro, const QString &saldo)
 {
     const auto condiciones = clausulas(entorno, filtro);
     if (!condiciones)
@@ -87,13 +86,12 @@ listar(db::Entorno &entorno, const FiltroPacientes &filtro, const QString &saldo
          QStringLiteral("', '"),
          QStringLiteral("Nombres")});
     return conexion.query(
-        QStringLiteral(
-            "SELECT NroHC,%1 AS identificacion,%2 AS paciente,DNI,NroOS,%3 AS saldo FROM %4 WHERE NroHC <> 0")
+        QStringLiteral("SELECT NroHC,%1 AS identificacion,%2 AS paciente,DNI,NroOS,%3 AS saldo"
+                       " FROM [Pacientes] WHERE NroHC <> 0")
             .arg(
                 identificaPorHistoria(conexion) ? QStringLiteral("numehistoria") : QStringLiteral("NroHC"),
                 nombre,
-                saldo,
-                desde)
+                saldo)
         + *condiciones + QStringLiteral(" ORDER BY Apellido,apellido2,Nombres"));
 }
 
@@ -139,29 +137,24 @@ base::Resultado<QString> clausulas(db::Entorno &entorno, const FiltroPacientes &
 
 base::Resultado<db::Rows> buscarPacientes(db::Entorno &entorno, const FiltroPacientes &filtro)
 {
-    return listar(entorno, filtro, QStringLiteral("''"), QStringLiteral("[Pacientes]"));
+    return listar(entorno, filtro, QStringLiteral("''"));
 }
 
 base::Resultado<db::Rows> buscarPacientesConSaldo(db::Entorno &entorno, const FiltroPacientes &filtro)
 {
-    // Summed once for everybody and joined: a sum by patient would be looked up twice for each row.
+    // By patient, not one sum for everybody joined: that one costs the same for ten rows as for the whole register.
     const db::Dialect &dialecto = entorno.conexion().dialect();
-    const QString periodo = desdeCuando(entorno);
-    const QString ordenes
-        = QStringLiteral("(SELECT NroPaci,SUM(costo) AS total FROM [Pacientes Ordenes] WHERE NroPaci <> 0") + periodo
-        + QStringLiteral(" GROUP BY NroPaci) AS debe");
-    const QString pagos
-        = QStringLiteral("(SELECT NroPaci,SUM(importe) AS total FROM [Pacientes Pagos] WHERE quien = 'P'") + periodo
-        + QStringLiteral(" GROUP BY NroPaci) AS haber");
-    const QString cero = QStringLiteral("0");
+    const auto suma = [&](const char16_t *columna, const char16_t *tabla, const QString &condicion) {
+        return dialecto.ifNull(
+            QStringLiteral("(SELECT SUM(%1) FROM [%2] WHERE NroPaci = [Pacientes].NroHC%3)")
+                .arg(QStringView(columna), QStringView(tabla), condicion + desdeCuando(entorno)),
+            QStringLiteral("0"));
+    };
     return listar(
         entorno,
         filtro,
-        dialecto.ifNull(QStringLiteral("debe.total"), cero) + u'-'
-            + dialecto.ifNull(QStringLiteral("haber.total"), cero),
-        QStringLiteral("([Pacientes] LEFT JOIN %1 ON debe.NroPaci = [Pacientes].NroHC)"
-                       " LEFT JOIN %2 ON haber.NroPaci = [Pacientes].NroHC")
-            .arg(ordenes, pagos));
+        suma(u"costo", u"Pacientes Ordenes", {}) + u'-'
+            + suma(u"importe", u"Pacientes Pagos", QStringLiteral(" and quien = 'P'")));
 }
 
 std::optional<QString> nombrePaciente(db::Connection &conexion, qint64 nrohc)

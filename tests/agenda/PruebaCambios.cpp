@@ -79,6 +79,8 @@ private slots:
         QCOMPARE(enCaja(), QString("2"));
 
         base.configurar("pagocaja", true);
+        QVERIFY(!marcarLlegado(base, id, false)); // absent already
+        QVERIFY(!marcarLlegado(base, id, true));
         base.guion.esperarPregunta("Confirmación...", preguntaCaja, false);
         QVERIFY(!marcarLlegado(base, id, false));
         QCOMPARE(enCaja(), QString("2"));

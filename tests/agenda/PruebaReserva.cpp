@@ -3,7 +3,42 @@
 #include "agenda/Sobreturnos.h"
 #include "support/Prueba.h"
 
+#include <atomic>
+#include <barrier>
+#include <thread>
+
 using namespace agenda;
+
+namespace {
+
+/// Another station of the same practice, with its own connection.
+class Terminal : public db::Entorno
+{
+public:
+    explicit Terminal(Consultorio &base)
+        : m_base(base)
+        , m_conexion(base.otraTerminal())
+    {
+    }
+    db::Connection &conexion() override { return *m_conexion; }
+    base::Mensajes &mensajes() override { return m_guion; }
+    const base::Clock &clock() const override { return m_base.reloj; }
+    int usuarioActual() const override { return m_base.usuario; }
+    void setUsuarioActual(int) override { }
+    QString equipo() const override { return m_base.equipo(); }
+    QString carpetaPrograma() const override { return m_base.carpetaPrograma(); }
+    QString carpetaDatos() const override { return m_base.carpetaDatos(); }
+    bool esClienteDeRed() const override { return true; }
+    int segundosAgenda() const override { return 30; }
+    int segundosMensajes() const override { return 30; }
+
+private:
+    Consultorio &m_base;
+    std::unique_ptr<db::Connection> m_conexion;
+    soporte::MensajesGuionados m_guion;
+};
+
+} // namespace
 
 /// Booking and its overbooking limits.
 class PruebaReserva : public QObject
@@ -186,15 +221,34 @@ private slots:
             QString("No puede registrar más sobreturnos. Los siguientes turnos no se asignaron:\n23/11/2026 10:20"));
     }
 
-    void otra_terminal_ve_el_limite()
+    void dos_terminales_a_la_vez()
     {
         Consultorio base;
         base.paciente(7, "Paz", "Eva");
         base.plantilla(Consultorio::maniana(), {-1, 0, false, false});
-        const auto otra = base.otraTerminal();
-        QCOMPARE(controlarSobreturno(*otra, base.usuario, Consultorio::a("09:20")), Permiso::Permitido);
-        QCOMPARE(reservar(base, reserva(base, {Consultorio::a("09:20")}))->ids.size(), 1);
-        QCOMPARE(controlarSobreturno(*otra, base.usuario, Consultorio::a("09:20")), Permiso::LimiteHora);
+        QVector<QDateTime> horas;
+        const GrillaDia grilla(Consultorio::maniana());
+        for (const QTime &hora : grilla.horas())
+            horas.append({Consultorio::lunes(), hora});
+
+        // Both give every hour of the day at once: each hour is given by one of them only.
+        std::atomic<int> dados = 0, rechazados = 0;
+        std::barrier juntas(2);
+        const auto trabajar = [&](Terminal *terminal) {
+            for (const QDateTime &hora : horas) {
+                juntas.arrive_and_wait();
+                const auto hecha = reservar(*terminal, reserva(base, {hora}));
+                dados += int(hecha->ids.size());
+                rechazados += int(hecha->noAsignados.size());
+            }
+        };
+        Terminal una(base), otra(base);
+        std::thread hilo(trabajar, &otra);
+        trabajar(&una);
+        hilo.join();
+        QCOMPARE(dados.load(), int(horas.size()));
+        QCOMPARE(rechazados.load(), int(horas.size()));
+        QCOMPARE(base.cuenta(), int(horas.size()));
     }
 
     void lee_fechas_escritas()

@@ -302,8 +302,14 @@ private slots:
         h->cantidadsobreturnos->setValue(2);
         const QString descartar = "La plantilla tiene cambios sin guardar. ¿Desea descartarlos?";
         base->guion.esperarPregunta("Atención...", descartar, false);
-        h->listaplantillas->setCurrentRow(0);
-        QCOMPARE(h->listaplantillas->currentRow(), -1);
+        QTest::mouseClick(
+            h->listaplantillas->viewport(),
+            Qt::LeftButton,
+            {},
+            h->listaplantillas->visualItemRect(h->listaplantillas->item(0)).center());
+        QTRY_COMPARE(base->guion.dichos().last(), "Atención...|" + descartar);
+        QTRY_COMPARE(h->listaplantillas->currentRow(), -1);
+        QVERIFY(h->listaplantillas->selectedItems().isEmpty());
         QCOMPARE(h->cantidadsobreturnos->value(), 2);
         base->guion.esperarMensaje("Aviso...", "Debe ingresar la Fecha Inicial.");
         pulsar(h->guardar);

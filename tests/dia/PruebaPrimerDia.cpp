@@ -48,7 +48,9 @@ void escribir(const QWidget &ventana, const char *nombre, const QString &texto)
     auto *campo = ventana.findChild<QLineEdit *>(QLatin1String(nombre));
     QVERIFY2(campo && campo->isVisible(), nombre);
     campo->setFocus();
-    QTest::keyClicks(campo, texto);
+    // QTest::keyClicks() takes ASCII only.
+    for (const QChar letra : texto)
+        QTest::sendKeyEvent(QTest::Click, campo, Qt::Key_unknown, QString(letra), Qt::NoModifier);
 }
 
 int filaDeHora(const ui::Grilla &lista, const QString &hora)

@@ -154,6 +154,11 @@ void CalendarioMes::mousePressEvent(QMouseEvent *event)
 
 void CalendarioMes::wheelEvent(QWheelEvent *event)
 {
+    // Scrolling what lies around it must not change the day.
+    if (!hasFocus()) {
+        event->ignore();
+        return;
+    }
     // Fine wheels send many small steps: a whole notch is a month.
     m_rueda += event->angleDelta().y();
     const int pasos = m_rueda / 120;

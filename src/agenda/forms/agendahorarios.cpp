@@ -28,8 +28,13 @@ agendahorarios::agendahorarios(db::Entorno &entorno, ui::Ventanas &ventanas)
     : Ventana(entorno, ventanas, QStringLiteral("agendahorarios"), tr("Plantilla de Días y Horarios"))
 {
     construir();
+    // Once the click is over: the list would go on choosing the row after a question had taken it back.
     connect(
-        listaplantillas, &QListWidget::currentRowChanged, this, [this] { intentar([this] { cambiarDePlantilla(); }); });
+        listaplantillas,
+        &QListWidget::currentRowChanged,
+        this,
+        [this] { intentar([this] { alElegirPlantilla(); }); },
+        Qt::QueuedConnection);
     alPulsar(nuevo, [this] {
         if (descartar())
             listar(0);
@@ -92,6 +97,19 @@ bool agendahorarios::descartar()
     return !hayCambios()
         || entorno().mensajes().pregunta(
             base::titulo::atencion, tr("La plantilla tiene cambios sin guardar. ¿Desea descartarlos?"), false);
+}
+
+void agendahorarios::alElegirPlantilla()
+{
+    const QListWidgetItem *elegida = listaplantillas->currentItem();
+    if (elegida && elegida->data(Qt::UserRole).toInt() == m_mostrada.id)
+        return;
+    if (descartar()) {
+        cambiarDePlantilla();
+        return;
+    }
+    const QSignalBlocker calla(listaplantillas);
+    elegirRenglon(m_mostrada.id);
 }
 
 void agendahorarios::elegirRenglon(int id)

@@ -75,6 +75,7 @@ private:
     void mostrar(const Plantilla &plantilla);
     /// What the fields say; the dates stay as typed in their fields.
     [[nodiscard]] Plantilla leer() const;
+    void alElegirPlantilla();
     void cambiarDePlantilla();
     void save();
     void avisarAgenda();

@@ -81,13 +81,15 @@ void agendas::refrescar()
 
 QString agendas::ayuda() const
 {
-    return tr("TURNOS: Elija el profesional y el día. Con Enter sobre un horario libre se asigna un turno; con varios"
-              " horarios libres seleccionados se asignan todos al mismo paciente.\n\n"
-              "LLEGÓ Y ATENDIDO: Cuando el paciente llega presione Ctrl+L; cuando fue atendido, Ctrl+A. Las mismas"
-              " teclas deshacen la marca.\n\n"
-              "COLORES: Verde, ya atendido. Gris, horario libre que ya pasó.\n\n"
-              "CALENDARIO: Los días con turnos están en negrita y subrayados; los tachados no se atienden. Se recorre"
-              " con las flechas; Re Pág y Av Pág cambian el mes, con Mayúsculas el año; Inicio vuelve a hoy.");
+    return tr(
+        "TURNOS: Elija el profesional y el día. Con Enter sobre un horario libre se asigna un turno; con varios"
+        " horarios libres seleccionados se asignan todos al mismo paciente.\n\n"
+        "LLEGÓ Y ATENDIDO: Cuando el paciente llega presione Ctrl+L; cuando fue atendido, Ctrl+A. Las mismas"
+        " teclas deshacen la marca.\n\n"
+        "COLORES: Verde, ya atendido. Gris, horario libre que ya pasó. Naranja, horario con sobreturnos, cuando la"
+        " plantilla pide resaltarlos.\n\n"
+        "CALENDARIO: Los días con turnos están en negrita y subrayados; los tachados no se atienden. Se recorre"
+        " con las flechas; Re Pág y Av Pág cambian el mes, con Mayúsculas el año; Inicio vuelve a hoy.");
 }
 
 void agendas::cargarProfesionales()
@@ -191,7 +193,9 @@ void agendas::mostrarDetalle()
     if (id != 0 && id == m_detalleDe)
         return;
     m_detalleDe = id;
-    const QStringList lineas = id == 0 ? QStringList() : detalleTurno(conexion(), id);
+    QStringList lineas = id == 0 ? QStringList() : detalleTurno(conexion(), id);
+    if (!lineas.isEmpty() && !fila->telefono.isEmpty())
+        lineas.insert(1, fila->telefono.trimmed());
     // Two columns keep it low: the patient's facts in pairs, who gave the appointment below.
     QStringList renglones;
     for (qsizetype i = 0; i < lineas.size(); i += 2)

@@ -19,8 +19,8 @@ namespace patients {
 namespace {
 
 // The narrow first column holds the patient's number and is not shown.
-const QString encabezado = QStringLiteral("|^Nº Hist. Clínica|<Pacientes                                 |^Nº Doc. "
-                                          "Identidad|^Nº Afiliado    |>Saldo $      ");
+const QString encabezado = QStringLiteral(
+    "|^Nº Hist. Clínica|<Pacientes                               |^Nº Doc. Identidad|^Nº Afiliado   |>Saldo $      ");
 /// Grid columns are the result's from this one on.
 constexpr int primeraColumna = ColIdentificacion;
 constexpr int pausaAlEscribir = 200; // ms
@@ -93,7 +93,7 @@ elecpaci::elecpaci(db::Entorno &entorno, ui::Ventanas &ventanas)
     todo->addLayout(filtros);
     todo->addWidget(listapaci, 1);
     todo->addLayout(botones);
-    setMinimumSize(900, 520);
+    setMinimumSize(960, 540);
 
     ui::ModeloGrilla &modelo = listapaci->modelo();
     modelo.setColumnaClave(ColNroHC);
@@ -220,17 +220,22 @@ void elecpaci::elegir()
         return;
     }
     const QVariantMap resultado{{QStringLiteral("nrohc"), int(nrohc)}, {QStringLiteral("nombre"), *nombre}};
-    if (ficha) {
-        const QString nombreFicha = QStringLiteral("pacientes");
-        if (!ventanas().existe(nombreFicha)) {
-            entorno().mensajes().informar(
-                base::titulo::atencion, tr("Esta ventana todavía no forma parte de esta versión de Vastelo."));
-            return;
-        }
-        if (!ventanas().abrir(nombreFicha, {.datos = resultado}))
-            return;
+    if (!ficha) {
+        terminar(resultado);
+        return;
     }
+    const QString nombreFicha = QStringLiteral("pacientes");
+    ui::Ventanas &todas = ventanas();
+    if (!todas.existe(nombreFicha)) {
+        entorno().mensajes().informar(
+            base::titulo::atencion, tr("Esta ventana todavía no forma parte de esta versión de Vastelo."));
+        return;
+    }
+    if (!todas.abrir(nombreFicha, {.datos = resultado}))
+        return;
+    // Closing gives the focus back to the opener; it belongs to the file now.
     terminar(resultado);
+    (void)todas.activar(nombreFicha);
 }
 
 void elecpaci::crear()
