@@ -72,7 +72,7 @@ QImage retrato(QWidget &marco)
 
 bool guardar(const QImage &imagen, const QString &archivo)
 {
-    return imagen.convertToFormat(QImage::Format_Indexed8, Qt::AvoidDither).save(archivo, "PNG", 0);
+    return imagen.save(archivo, "PNG", 0);
 }
 
 } // namespace pantallas

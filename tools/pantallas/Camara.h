@@ -12,7 +12,7 @@ void asentar();
 /// The frame with every dialog that stands over it, each under a title bar as a desktop would draw.
 [[nodiscard]] QImage retrato(QWidget &marco);
 
-/// Writes the picture small: few colours, as windows have.
+/// Writes the picture as a PNG, as small as it gets.
 [[nodiscard]] bool guardar(const QImage &imagen, const QString &archivo);
 
 } // namespace pantallas

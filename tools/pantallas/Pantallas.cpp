@@ -14,6 +14,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
+#include <QCursor>
 #include <QDialog>
 #include <QDir>
 #include <QKeyEvent>
@@ -35,6 +36,7 @@ public:
         app::registrarVentanas(consultorio, m_ventanas);
         m_marco = std::make_unique<app::sistema>(consultorio, consultorio, m_ventanas);
         m_marco->setGeometry(0, 0, 1280, 800);
+        QCursor::setPos(700, 799); // over nothing that would light up
         m_marco->show();
         m_marco->activateWindow();
         asentar();
@@ -97,7 +99,7 @@ public:
     void abrirAgenda(const QString &hora)
     {
         pulsar({}, QStringLiteral("menagendas"));
-        elegir(QStringLiteral("agendas"), QStringLiteral("lista"), 1, hora);
+        elegir(QStringLiteral("agendas"), QStringLiteral("lista"), 0, hora);
     }
 
 private:

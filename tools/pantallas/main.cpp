@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QLoggingCategory>
 #include <QTemporaryDir>
 
 #include <cstdio>
@@ -37,6 +38,7 @@ int main(int argc, char *argv[])
     // Equal pictures whatever the person's own desktop looks like.
     qputenv("QT_QPA_PLATFORMTHEME", "");
     qputenv("QT_SCALE_FACTOR", "1");
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.plugin=false")); // what a screen of no kind cannot do
 
     QApplication application(argc, argv);
     QStringList argumentos = QApplication::arguments().mid(1);
