@@ -15,7 +15,7 @@ class Arranque
 public:
     enum class Destino {
         Sistema, ///< show the main window
-        Acceso   ///< users must log in first
+        Acceso ///< users must log in first
     };
     /// Starts a program without waiting for it; its absence is not an error.
     using Lanzador = std::function<void(const QString &programa)>;

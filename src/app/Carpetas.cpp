@@ -23,9 +23,8 @@ base::Resultado<QString> carpetaDePrograma(const Opciones &opciones, const QStri
 {
     QString carpeta = opciones.carpeta;
     if (carpeta.isEmpty()) {
-        carpeta = seEscribeEn(carpetaEjecutable)
-            ? carpetaEjecutable
-            : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+        carpeta = seEscribeEn(carpetaEjecutable) ? carpetaEjecutable
+                                                 : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
         if (opciones.demo)
             carpeta += QStringLiteral("/demo");
     }

@@ -15,8 +15,7 @@
 
 namespace app {
 
-Modulo::Modulo(
-    const QString &carpetaPrograma, base::Mensajes &mensajes, const base::Clock &clock, db::Engines engines)
+Modulo::Modulo(const QString &carpetaPrograma, base::Mensajes &mensajes, const base::Clock &clock, db::Engines engines)
     : m_carpetaPrograma(carpetaPrograma)
     , m_mensajes(mensajes)
     , m_clock(clock)
@@ -29,15 +28,9 @@ Modulo::Modulo(
 
 Modulo::~Modulo() = default;
 
-QString Modulo::archivoRuta() const
-{
-    return m_carpetaPrograma + QStringLiteral("/ruta.dat");
-}
+QString Modulo::archivoRuta() const { return m_carpetaPrograma + QStringLiteral("/ruta.dat"); }
 
-QString Modulo::archivoSetup() const
-{
-    return m_carpetaPrograma + QStringLiteral("/setup.dat");
-}
+QString Modulo::archivoSetup() const { return m_carpetaPrograma + QStringLiteral("/setup.dat"); }
 
 db::Connection &Modulo::conexion()
 {
@@ -46,10 +39,7 @@ db::Connection &Modulo::conexion()
     return *m_conexion;
 }
 
-int Modulo::usuarioActual() const
-{
-    return Setup::leer(archivoSetup()).usuarioActual;
-}
+int Modulo::usuarioActual() const { return Setup::leer(archivoSetup()).usuarioActual; }
 
 void Modulo::setUsuarioActual(int id)
 {
@@ -64,15 +54,9 @@ QString Modulo::equipo() const
     return nombre.isEmpty() ? QStringLiteral("Desconocido") : nombre;
 }
 
-int Modulo::segundosAgenda() const
-{
-    return Setup::segundos(Setup::leer(archivoSetup()).refrescoAgenda);
-}
+int Modulo::segundosAgenda() const { return Setup::segundos(Setup::leer(archivoSetup()).refrescoAgenda); }
 
-int Modulo::segundosMensajes() const
-{
-    return Setup::segundos(Setup::leer(archivoSetup()).controlMensajes);
-}
+int Modulo::segundosMensajes() const { return Setup::segundos(Setup::leer(archivoSetup()).controlMensajes); }
 
 void Modulo::leerRuta()
 {

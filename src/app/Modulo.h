@@ -13,8 +13,8 @@ class Connection;
 
 namespace app {
 
-/// The state that all windows share: one instance, made in main() and handed down by reference. Reads the settings files
-/// of its program folder and owns the one shared connection.
+/// The state that all windows share: one instance, made in main() and handed down by reference. Reads the settings
+/// files of its program folder and owns the one shared connection.
 class Modulo final : public db::Entorno, public Comprobador
 {
 public:
@@ -37,8 +37,9 @@ public:
     [[nodiscard]] int segundosMensajes() const override;
 
     // Comprobador
-    /// Reads ruta.dat again, looks for the file, opens the connection again where there is none or its file was replaced,
-    /// and probes the catalogue. A database that comes back while the program runs is upgraded before it counts as ready.
+    /// Reads ruta.dat again, looks for the file, opens the connection again where there is none or its file was
+    /// replaced, and probes the catalogue. A database that comes back while the program runs is upgraded before it
+    /// counts as ready.
     [[nodiscard]] bool verificarBase() override;
     [[nodiscard]] bool baseLista() const override { return m_valida && m_preparada; }
 

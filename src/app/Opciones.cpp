@@ -9,24 +9,23 @@ namespace app {
 
 namespace {
 
-const char *const textoAyuda
-    = "Uso: vastelo [opciones]\n"
-      "\n"
-      "Sistema de gestión de consultorios: pacientes, historias clínicas, agendas,\n"
-      "órdenes, caja.\n"
-      "\n"
-      "  --carpeta DIR   carpeta de programa: allí están setup.dat, ruta.dat, la\n"
-      "                  plantilla Datos_Vacio.mdb, la base Datos.mdb (salvo que\n"
-      "                  ruta.dat indique otra carpeta) y la carpeta Imagenes.\n"
-      "                  Sin esta opción es la carpeta del ejecutable, si se puede\n"
-      "                  escribir en ella; si no, una en los datos del usuario.\n"
-      "  --demo          abre un consultorio de demostración: si no hay una base,\n"
-      "                  la crea con datos inventados. Sin --carpeta usa\n"
-      "                  la subcarpeta 'demo' de la carpeta de programa.\n"
-      "  --version       muestra la versión\n"
-      "  --help, -h      muestra esta ayuda\n"
-      "\n"
-      "También se aceptan las opciones de Qt, por ejemplo -platform o -style.\n";
+const char *const textoAyuda = "Uso: vastelo [opciones]\n"
+                               "\n"
+                               "Sistema de gestión de consultorios: pacientes, historias clínicas, agendas,\n"
+                               "órdenes, caja.\n"
+                               "\n"
+                               "  --carpeta DIR   carpeta de programa: allí están setup.dat, ruta.dat, la\n"
+                               "                  plantilla Datos_Vacio.mdb, la base Datos.mdb (salvo que\n"
+                               "                  ruta.dat indique otra carpeta) y la carpeta Imagenes.\n"
+                               "                  Sin esta opción es la carpeta del ejecutable, si se puede\n"
+                               "                  escribir en ella; si no, una en los datos del usuario.\n"
+                               "  --demo          abre un consultorio de demostración: si no hay una base,\n"
+                               "                  la crea con datos inventados. Sin --carpeta usa\n"
+                               "                  la subcarpeta 'demo' de la carpeta de programa.\n"
+                               "  --version       muestra la versión\n"
+                               "  --help, -h      muestra esta ayuda\n"
+                               "\n"
+                               "También se aceptan las opciones de Qt, por ejemplo -platform o -style.\n";
 
 } // namespace
 

@@ -113,8 +113,7 @@ Destino destinoDe(const Ruta &ruta, const QString &carpetaPrograma)
     if (ruta.modoServidor) {
         destino.servidor = true;
         if (!ruta.servidor.isEmpty())
-            destino.nombreServidor
-                = ruta.instancia.isEmpty() ? ruta.servidor : ruta.servidor + u'\\' + ruta.instancia;
+            destino.nombreServidor = ruta.instancia.isEmpty() ? ruta.servidor : ruta.servidor + u'\\' + ruta.instancia;
         destino.usuarioServidor = ruta.usuario;
         destino.claveServidor = ruta.clave;
     }

@@ -5,8 +5,8 @@
 
 namespace app {
 
-/// `ruta.dat`: one record of 472 bytes that says where the database is and how to reach it. Little-endian numbers, texts
-/// of fixed width in Windows-1252 padded with blanks:
+/// `ruta.dat`: one record of 472 bytes that says where the database is and how to reach it. Little-endian numbers,
+/// texts of fixed width in Windows-1252 padded with blanks:
 ///
 ///   0   2  other folder (16-bit flag, -1 or 0)     270   2  server mode (16-bit flag, -1 or 0)
 ///   2 250  folder                                  272  50  server
@@ -41,9 +41,9 @@ struct Ruta {
 
 /// What `ruta.dat` means on a computer whose program lies in `carpetaPrograma`.
 struct Destino {
-    QString carpetaDatos;   ///< without a trailing separator
-    QString archivo;        ///< path of Datos.mdb
-    bool servidor = false;  ///< server mode
+    QString carpetaDatos; ///< without a trailing separator
+    QString archivo; ///< path of Datos.mdb
+    bool servidor = false; ///< server mode
     QString nombreServidor; ///< server, or server\instance
     QString usuarioServidor;
     QString claveServidor;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int posUsuario = 37, posRefresco = 41, posMensajes = 43, posModo = 45;
 
-template<typename T>
+template <typename T>
 void leerNumero(QByteArrayView registro, int posicion, T &valor)
 {
     if (registro.size() >= posicion + qsizetype(sizeof(T)))
@@ -56,9 +56,6 @@ void Setup::guardar(const QString &archivo) const
         throw db::Error(db::Error::Kind::ReadOnly, 0, QStringLiteral("No se puede escribir el archivo setup.dat."));
 }
 
-int Setup::segundos(qint16 valor)
-{
-    return valor >= 1 && valor <= 60 ? valor : segundosIniciales;
-}
+int Setup::segundos(qint16 valor) { return valor >= 1 && valor <= 60 ? valor : segundosIniciales; }
 
 } // namespace app

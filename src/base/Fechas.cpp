@@ -50,28 +50,21 @@ std::optional<QDateTime> leerFechaHora(QStringView texto)
     return QDateTime(*fecha, hora);
 }
 
-QString fechaTexto(QDate fecha)
-{
-    return fecha.isValid() ? fecha.toString(QStringLiteral("dd/MM/yyyy")) : QString();
-}
+QString fechaTexto(QDate fecha) { return fecha.isValid() ? fecha.toString(QStringLiteral("dd/MM/yyyy")) : QString(); }
 
 QString fechaHoraTexto(const QDateTime &momento)
 {
     return momento.isValid() ? momento.toString(QStringLiteral("dd/MM/yyyy HH:mm")) : QString();
 }
 
-QDate fechaDesconocida()
-{
-    return {9999, 12, 31};
-}
+QDate fechaDesconocida() { return {9999, 12, 31}; }
 
 bool verificarFecha(Mensajes &mensajes, QStringView texto, const QString &detalle)
 {
     if (leerFecha(texto))
         return true;
     mensajes.fallar(
-        QStringLiteral("ERROR en la fecha..."),
-        QStringLiteral("El Formato de Fecha debe ser dd/mm/aaaa\n") + detalle);
+        QStringLiteral("ERROR en la fecha..."), QStringLiteral("El Formato de Fecha debe ser dd/mm/aaaa\n") + detalle);
     return false;
 }
 
@@ -95,23 +88,27 @@ QString textoEdad(QDate desde, QDate hasta)
     return QStringLiteral("%1a %2m").arg(anios).arg(meses - 12 * anios);
 }
 
-int aniosCalendario(QDate desde, QDate hasta)
-{
-    return hasta.year() - desde.year();
-}
+int aniosCalendario(QDate desde, QDate hasta) { return hasta.year() - desde.year(); }
 
 QString nombreMes(int mes)
 {
-    static const char *const nombres[] = {"Enero",      "Febrero", "Marzo",     "Abril",
-                                          "Mayo",       "Junio",   "Julio",     "Agosto",
-                                          "Septiembre", "Octubre", "Noviembre", "Diciembre"};
+    static const char *const nombres[]
+        = {"Enero",
+           "Febrero",
+           "Marzo",
+           "Abril",
+           "Mayo",
+           "Junio",
+           "Julio",
+           "Agosto",
+           "Septiembre",
+           "Octubre",
+           "Noviembre",
+           "Diciembre"};
     Q_ASSERT(mes >= 1 && mes <= 12);
     return QString::fromLatin1(nombres[mes - 1]);
 }
 
-int diaSemana(QDate fecha)
-{
-    return fecha.dayOfWeek() % 7 + 1;
-}
+int diaSemana(QDate fecha) { return fecha.dayOfWeek() % 7 + 1; }
 
 } // namespace base

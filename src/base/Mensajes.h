@@ -35,8 +35,7 @@ public:
     [[nodiscard]] virtual std::optional<QString>
     elegirDestino(const QString &titulo, const QString &propuesto, const QString &filtro) = 0;
 
-    [[nodiscard]] virtual std::optional<QString>
-    elegirCarpeta(const QString &titulo, const QString &carpeta) = 0;
+    [[nodiscard]] virtual std::optional<QString> elegirCarpeta(const QString &titulo, const QString &carpeta) = 0;
 
     void informar(const QString &titulo, const QString &texto) { mensaje(titulo, texto, Icono::Informacion); }
     void advertir(const QString &titulo, const QString &texto) { mensaje(titulo, texto, Icono::Advertencia); }

@@ -23,12 +23,18 @@ struct Rechazo {
 using Control = std::optional<Rechazo>;
 
 /// The value a rule hands over, or its refusal.
-template<typename T>
+template <typename T>
 class [[nodiscard]] Resultado
 {
 public:
-    Resultado(T valor) : m_valor(std::move(valor)) {}
-    Resultado(Rechazo rechazo) : m_rechazo(std::move(rechazo)) {}
+    Resultado(T valor)
+        : m_valor(std::move(valor))
+    {
+    }
+    Resultado(Rechazo rechazo)
+        : m_rechazo(std::move(rechazo))
+    {
+    }
 
     explicit operator bool() const { return m_valor.has_value(); }
     [[nodiscard]] const T &operator*() const { return *m_valor; }

@@ -9,7 +9,10 @@ namespace db {
 class Config
 {
 public:
-    explicit Config(Connection &connection) : m_connection(connection) {}
+    explicit Config(Connection &connection)
+        : m_connection(connection)
+    {
+    }
 
     [[nodiscard]] QString texto(QStringView column, const QString &otherwise = {}) const;
     [[nodiscard]] int numero(QStringView column, int otherwise = 0) const;

@@ -17,25 +17,13 @@ Connection::Connection(std::unique_ptr<Engine> engine)
 
 Connection::~Connection() = default;
 
-Rows Connection::query(const QString &sql, const Params &params)
-{
-    return m_engine->query(sql, params);
-}
+Rows Connection::query(const QString &sql, const Params &params) { return m_engine->query(sql, params); }
 
-int Connection::execute(const QString &sql, const Params &params)
-{
-    return m_engine->execute(sql, params);
-}
+int Connection::execute(const QString &sql, const Params &params) { return m_engine->execute(sql, params); }
 
-qint64 Connection::insertedId()
-{
-    return m_engine->insertedId();
-}
+qint64 Connection::insertedId() { return m_engine->insertedId(); }
 
-QStringList Connection::tableNames()
-{
-    return m_engine->tableNames();
-}
+QStringList Connection::tableNames() { return m_engine->tableNames(); }
 
 bool Connection::tableExists(QStringView table)
 {
@@ -45,35 +33,17 @@ bool Connection::tableExists(QStringView table)
     return false;
 }
 
-QVector<Column> Connection::columns(const QString &table)
-{
-    return m_engine->columns(table);
-}
+QVector<Column> Connection::columns(const QString &table) { return m_engine->columns(table); }
 
-void Connection::createTable(const Table &table)
-{
-    m_engine->createTable(table);
-}
+void Connection::createTable(const Table &table) { m_engine->createTable(table); }
 
-void Connection::addColumn(const QString &table, const Column &column)
-{
-    m_engine->addColumn(table, column);
-}
+void Connection::addColumn(const QString &table, const Column &column) { m_engine->addColumn(table, column); }
 
-QString Connection::singleTable(const QString &sql)
-{
-    return m_engine->singleTable(sql);
-}
+QString Connection::singleTable(const QString &sql) { return m_engine->singleTable(sql); }
 
-bool Connection::moved() const
-{
-    return m_engine->moved();
-}
+bool Connection::moved() const { return m_engine->moved(); }
 
-bool Connection::readOnly() const
-{
-    return m_engine->readOnly();
-}
+bool Connection::readOnly() const { return m_engine->readOnly(); }
 
 Transaction::Transaction(Connection &connection)
     : m_connection(connection)

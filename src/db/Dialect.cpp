@@ -14,10 +14,7 @@ QString accessDate(QDate d)
         .arg(d.year(), 4, 10, QChar(u'0'));
 }
 
-QString serverDate(QDate d)
-{
-    return d.toString(QStringLiteral("yyyyMMdd"));
-}
+QString serverDate(QDate d) { return d.toString(QStringLiteral("yyyyMMdd")); }
 
 } // namespace
 
@@ -65,14 +62,11 @@ QString Dialect::dayEnd(QDate value) const
 QString Dialect::dayRange(const QString &column, QDate from, QDate to) const
 {
     return u'(' + column + QStringLiteral(" >= ") + dayStart(from.isValid() ? from : QDate(1900, 1, 1))
-        + QStringLiteral(" and ") + column + QStringLiteral(" <= ")
-        + dayEnd(to.isValid() ? to : QDate(9999, 12, 31)) + u')';
+        + QStringLiteral(" and ") + column + QStringLiteral(" <= ") + dayEnd(to.isValid() ? to : QDate(9999, 12, 31))
+        + u')';
 }
 
-QString Dialect::concatOperator() const
-{
-    return m_kind == Kind::Access ? QStringLiteral("&") : QStringLiteral("+");
-}
+QString Dialect::concatOperator() const { return m_kind == Kind::Access ? QStringLiteral("&") : QStringLiteral("+"); }
 
 QString Dialect::concat(const QStringList &expressions) const
 {

@@ -14,7 +14,10 @@ class Dialect
 public:
     enum class Kind { Access, SqlServer };
 
-    explicit Dialect(Kind kind) : m_kind(kind) {}
+    explicit Dialect(Kind kind)
+        : m_kind(kind)
+    {
+    }
 
     [[nodiscard]] Kind kind() const { return m_kind; }
 

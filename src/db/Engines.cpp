@@ -25,16 +25,12 @@ Engines Engines::standard()
 {
     Engines engines;
     engines.add(QStringLiteral("Microsoft.Jet.OLEDB.4.0"), [](const ConnectionString &text) {
-        return std::make_unique<EmbeddedEngine>(
-            text.value(u"Data Source"), text.value(u"Jet OLEDB:Database Password"));
+        return std::make_unique<EmbeddedEngine>(text.value(u"Data Source"), text.value(u"Jet OLEDB:Database Password"));
     });
     return engines;
 }
 
-void Engines::add(const QString &provider, Factory factory)
-{
-    m_factories.emplace_back(provider, std::move(factory));
-}
+void Engines::add(const QString &provider, Factory factory) { m_factories.emplace_back(provider, std::move(factory)); }
 
 std::unique_ptr<Engine> Engines::open(const ConnectionString &text) const
 {

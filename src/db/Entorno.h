@@ -5,7 +5,7 @@
 namespace base {
 class Clock;
 class Mensajes;
-}
+} // namespace base
 
 namespace db {
 

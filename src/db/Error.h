@@ -13,19 +13,19 @@ class Error : public std::exception
 public:
     enum class Kind {
         General,
-        CannotOpen,   ///< the file or server cannot be opened at all
+        CannotOpen, ///< the file or server cannot be opened at all
         NotADatabase, ///< foreign file, other password, or damaged beyond reading
-        Closed,       ///< the connection is not open
+        Closed, ///< the connection is not open
         NoSuchTable,
         NoSuchColumn,
         Syntax, ///< text that the dialect does not know
-        Busy,   ///< another station held the file too long
+        Busy, ///< another station held the file too long
         ReadOnly,
         Full,
         Constraint,
         Corrupt,
         RowGone, ///< another station removed the row that was to be changed
-        Moved    ///< the file was removed or replaced while open
+        Moved ///< the file was removed or replaced while open
     };
 
     Error(Kind kind, int number, QString description);

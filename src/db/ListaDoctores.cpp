@@ -26,20 +26,11 @@ Rows filaUsuarioActual(Entorno &entorno)
 
 } // namespace
 
-QVector<Doctor> profesionales(Connection &connection)
-{
-    return listar(connection, QStringLiteral(" WHERE tipo = 0"));
-}
+QVector<Doctor> profesionales(Connection &connection) { return listar(connection, QStringLiteral(" WHERE tipo = 0")); }
 
-QVector<Doctor> usuarios(Connection &connection)
-{
-    return listar(connection, {});
-}
+QVector<Doctor> usuarios(Connection &connection) { return listar(connection, {}); }
 
-QString nombreUsuarioActual(Entorno &entorno)
-{
-    return opcionUsuario(entorno, u"NomDoc").toString();
-}
+QString nombreUsuarioActual(Entorno &entorno) { return opcionUsuario(entorno, u"NomDoc").toString(); }
 
 QVariant opcionUsuario(Entorno &entorno, QStringView column)
 {

@@ -21,8 +21,7 @@ QVariant fitted(const Column &column, const QVariant &value)
     };
     switch (column.type) {
     case Type::Flag: return value.toBool() || value.toDouble() != 0 ? -1 : 0;
-    case Type::Integer:
-        return number(std::numeric_limits<qint16>::min(), std::numeric_limits<qint16>::max());
+    case Type::Integer: return number(std::numeric_limits<qint16>::min(), std::numeric_limits<qint16>::max());
     case Type::Counter:
     case Type::Long: return number(std::numeric_limits<qint32>::min(), std::numeric_limits<qint32>::max());
     case Type::Single: return double(float(value.toDouble()));
@@ -62,40 +61,19 @@ int Recordset::columnOf(QStringView column) const
     return i;
 }
 
-bool Recordset::isNull(QStringView column) const
-{
-    return m_rows->isNull(m_row, columnOf(column));
-}
+bool Recordset::isNull(QStringView column) const { return m_rows->isNull(m_row, columnOf(column)); }
 
-QString Recordset::text(QStringView column) const
-{
-    return m_rows->text(m_row, columnOf(column));
-}
+QString Recordset::text(QStringView column) const { return m_rows->text(m_row, columnOf(column)); }
 
-qint64 Recordset::integer(QStringView column) const
-{
-    return m_rows->integer(m_row, columnOf(column));
-}
+qint64 Recordset::integer(QStringView column) const { return m_rows->integer(m_row, columnOf(column)); }
 
-double Recordset::real(QStringView column) const
-{
-    return m_rows->real(m_row, columnOf(column));
-}
+double Recordset::real(QStringView column) const { return m_rows->real(m_row, columnOf(column)); }
 
-bool Recordset::flag(QStringView column) const
-{
-    return m_rows->flag(m_row, columnOf(column));
-}
+bool Recordset::flag(QStringView column) const { return m_rows->flag(m_row, columnOf(column)); }
 
-QDateTime Recordset::dateTime(QStringView column) const
-{
-    return m_rows->dateTime(m_row, columnOf(column));
-}
+QDateTime Recordset::dateTime(QStringView column) const { return m_rows->dateTime(m_row, columnOf(column)); }
 
-QVariant Recordset::value(QStringView column) const
-{
-    return m_rows->value(m_row, columnOf(column));
-}
+QVariant Recordset::value(QStringView column) const { return m_rows->value(m_row, columnOf(column)); }
 
 void Recordset::checkUpdatable() const
 {
@@ -142,9 +120,7 @@ qint64 Recordset::update()
         if (names.isEmpty())
             throw Error(Error::Kind::General, 0, QStringLiteral("El registro nuevo no tiene datos."));
         m_connection.execute(
-            QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                .arg(table, names.join(u','), marks.join(u',')),
-            params);
+            QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(table, names.join(u','), marks.join(u',')), params);
         m_adding = false;
         m_pending.clear();
         for (const Column &column : std::as_const(m_declared))
@@ -184,7 +160,8 @@ qint64 Recordset::update()
             }
         }
     }
-    const QString where = conditions.isEmpty() ? QString() : QStringLiteral(" WHERE ") + conditions.join(QStringLiteral(" and "));
+    const QString where
+        = conditions.isEmpty() ? QString() : QStringLiteral(" WHERE ") + conditions.join(QStringLiteral(" and "));
     const int changed = m_connection.execute(
         QStringLiteral("UPDATE %1 SET %2%3").arg(table, sets.join(QStringLiteral(", ")), where), params);
     if (changed == 0)

@@ -38,8 +38,8 @@ public:
     /// type: single-precision numbers are rounded, flags become -1/0, a text longer than its column is refused.
     void set(QStringView column, const QVariant &value);
     /// Writes what was set: an INSERT after addNew(), else an UPDATE of the row by `id` (or, in a table without one, of
-    /// the row that still has every value read). Throws Error::Kind::RowGone when another station removed it. Yields the
-    /// `id` of the row (0 in a table without counter). The recordset is not re-read.
+    /// the row that still has every value read). Throws Error::Kind::RowGone when another station removed it. Yields
+    /// the `id` of the row (0 in a table without counter). The recordset is not re-read.
     qint64 update();
     void cancelUpdate();
 

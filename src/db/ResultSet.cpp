@@ -31,10 +31,7 @@ QDateTime readStoredDateTime(QByteArrayView text)
     return time.isValid() ? QDateTime(date, time) : QDateTime();
 }
 
-QString storedDateTime(const QDateTime &value)
-{
-    return value.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-}
+QString storedDateTime(const QDateTime &value) { return value.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")); }
 
 int ResultSet::column(QStringView name) const
 {
@@ -50,10 +47,7 @@ const ResultSet::Cell &ResultSet::cell(int row, int column) const
     return m_cells[size_t(row) * m_fields.size() + size_t(column)];
 }
 
-bool ResultSet::isNull(int row, int column) const
-{
-    return cell(row, column).kind == Kind::Null;
-}
+bool ResultSet::isNull(int row, int column) const { return cell(row, column).kind == Kind::Null; }
 
 QByteArrayView ResultSet::utf8(int row, int column) const
 {
@@ -105,10 +99,7 @@ double ResultSet::real(int row, int column) const
     return QByteArray::fromRawData(utf8(row, column).data(), c.size).trimmed().toDouble();
 }
 
-QDateTime ResultSet::dateTime(int row, int column) const
-{
-    return readStoredDateTime(utf8(row, column));
-}
+QDateTime ResultSet::dateTime(int row, int column) const { return readStoredDateTime(utf8(row, column)); }
 
 QVariant ResultSet::value(int row, int column) const
 {
@@ -151,25 +142,16 @@ ResultSet::Builder::Builder(std::vector<Field> fields)
     m_result->m_fields = std::move(fields);
 }
 
-void ResultSet::Builder::reserve(int rows)
-{
-    m_result->m_cells.reserve(size_t(rows) * m_result->m_fields.size());
-}
+void ResultSet::Builder::reserve(int rows) { m_result->m_cells.reserve(size_t(rows) * m_result->m_fields.size()); }
 
-void ResultSet::Builder::addNull()
-{
-    m_result->m_cells.push_back({{.integer = 0}, 0, Kind::Null});
-}
+void ResultSet::Builder::addNull() { m_result->m_cells.push_back({{.integer = 0}, 0, Kind::Null}); }
 
 void ResultSet::Builder::addInteger(qint64 value)
 {
     m_result->m_cells.push_back({{.integer = value}, 0, Kind::Integer});
 }
 
-void ResultSet::Builder::addReal(double value)
-{
-    m_result->m_cells.push_back({{.real = value}, 0, Kind::Real});
-}
+void ResultSet::Builder::addReal(double value) { m_result->m_cells.push_back({{.real = value}, 0, Kind::Real}); }
 
 void ResultSet::Builder::addText(QByteArrayView utf8)
 {

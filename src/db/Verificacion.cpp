@@ -24,11 +24,12 @@ void avisarBaseDaniada(base::Mensajes &mensajes, const Error &error)
         QStringLiteral("Descripción del Error: (%1) %2").arg(error.number()).arg(error.description()),
         QStringLiteral("PRIMERA SOLUCIÓN: Intente repararla desde la opción 'Compactar Base de Datos' de la ventana "
                        "'Back-up' del menú principal."),
-        QStringLiteral("SEGUNDA SOLUCIÓN: Si luego de compactarla el error continúa, entonces desde la misma ventana "
-                       "'Back-up' restaure la copia de respaldo más reciente que hizo el programa, para ello seleccione "
-                       "el primer respaldo de la lista de la derecha de la ventana y luego presione el botón inferior "
-                       "'Restaurar Copia Seleccionada', a continuación debe indicar que Sí al mensaje de advertencia y "
-                       "por último reincie el programa."),
+        QStringLiteral(
+            "SEGUNDA SOLUCIÓN: Si luego de compactarla el error continúa, entonces desde la misma ventana "
+            "'Back-up' restaure la copia de respaldo más reciente que hizo el programa, para ello seleccione "
+            "el primer respaldo de la lista de la derecha de la ventana y luego presione el botón inferior "
+            "'Restaurar Copia Seleccionada', a continuación debe indicar que Sí al mensaje de advertencia y "
+            "por último reincie el programa."),
     };
     mensajes.fallar(tituloError, lineas.join(QStringLiteral("\n\n")));
 }
@@ -40,8 +41,7 @@ bool verificarCatalogo(Connection &connection, base::Mensajes &mensajes)
         const Rows rows = connection.query(QStringLiteral("SELECT * FROM [CIE10] WHERE id = 2"));
         compatible = connection.dialect().kind() == Dialect::Kind::SqlServer || rows->rowCount() == 1;
     } catch (const Error &error) {
-        const bool foreign
-            = error.kind() == Error::Kind::NoSuchTable || error.kind() == Error::Kind::NoSuchColumn;
+        const bool foreign = error.kind() == Error::Kind::NoSuchTable || error.kind() == Error::Kind::NoSuchColumn;
         if (!foreign || connection.dialect().kind() == Dialect::Kind::SqlServer) {
             avisarBaseDaniada(mensajes, error);
             return false;
@@ -50,8 +50,8 @@ bool verificarCatalogo(Connection &connection, base::Mensajes &mensajes)
     if (!compatible)
         mensajes.fallar(
             tituloError,
-            QStringLiteral(
-                "La Base de Datos es incompatible con el programa, asigne una ruta válida en el menú 'Red' del programa."));
+            QStringLiteral("La Base de Datos es incompatible con el programa, asigne una ruta válida en el menú 'Red' "
+                           "del programa."));
     return compatible;
 }
 

@@ -104,7 +104,7 @@ private:
         const int altura = azar.entre(150, 176), peso = azar.entre(48, 84);
         const bool conEco = azar.porCiento(40);
         const int corrimiento = azar.entre(-4, 4);
-        const int horaDeParto = azar.entre(0, 23);
+        const int horaDeParto = azar.entre(4, 23); // clear of the hours that clocks skip
         const double hb = azar.entre(105, 138) / 10.0;
         const QString lugar = QStringLiteral("Maternidad");
         db::Params v;

@@ -37,8 +37,10 @@ struct Computadora {
     {
         guion.esperarMensaje(
             u"Atención"_qs,
-            u"Como el sistema detectó que No existe ningún Médico cargado, se procedió a crear uno de prueba. Al iniciar el "
-            "sistema diríjase a la ventana 'Configuración', opción 'Médicos y Usuarios', para cargar los datos del Médico "
+            u"Como el sistema detectó que No existe ningún Médico cargado, se procedió a crear uno de prueba. Al "
+            u"iniciar el "
+            "sistema diríjase a la ventana 'Configuración', opción 'Médicos y Usuarios', para cargar los datos del "
+            "Médico "
             "real."_qs,
             Icono::Informacion);
     }
@@ -67,9 +69,11 @@ void escribir(const QString &archivo, const QByteArray &bytes)
 bool esDanio(const QString &dicho, const QString &descripcion)
 {
     return dicho.startsWith(u"Error...|ERROR... LA BASE DE DATOS ESTÁ DAÑADA!!!\n\nDescripción del Error: ("_qs)
-        && dicho.contains(descripcion + u"\n\nPRIMERA SOLUCIÓN: Intente repararla desde la opción "
-                                                    "'Compactar Base de Datos' de la ventana 'Back-up' del menú "
-                                                    "principal.\n\nSEGUNDA SOLUCIÓN: "_qs)
+        && dicho.contains(
+            descripcion
+            + u"\n\nPRIMERA SOLUCIÓN: Intente repararla desde la opción "
+              "'Compactar Base de Datos' de la ventana 'Back-up' del menú "
+              "principal.\n\nSEGUNDA SOLUCIÓN: "_qs)
         && dicho.endsWith(u"por último reincie el programa."_qs);
 }
 
@@ -342,7 +346,8 @@ private slots:
         });
         pc.guion.esperarMensaje(
             u"Error..."_qs,
-            u"La Base de Datos es de sólo lectura: podrá consultarla, pero no guardar cambios. Verifique los permisos del "
+            u"La Base de Datos es de sólo lectura: podrá consultarla, pero no guardar cambios. Verifique los permisos "
+            u"del "
             "archivo Datos.mdb y de su carpeta."_qs);
         Modulo modulo(pc.carpeta.path(), pc.guion, pc.reloj, motores);
         QCOMPARE(Arranque(modulo, {}).iniciar(), Arranque::Destino::Sistema);

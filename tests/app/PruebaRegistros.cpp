@@ -11,10 +11,7 @@ using app::Setup;
 
 namespace {
 
-QByteArray campo(const char *texto, int ancho)
-{
-    return QByteArray(texto).leftJustified(ancho, ' ');
-}
+QByteArray campo(const char *texto, int ancho) { return QByteArray(texto).leftJustified(ancho, ' '); }
 
 /// A record written by hand, as the 472 bytes lie in the file.
 QByteArray registroRuta(bool otra, const QByteArray &carpeta, bool servidor)
@@ -47,7 +44,13 @@ private slots:
     void rutaByteForByte()
     {
         // "Ñandú" in Windows-1252, with the euro sign that Latin-1 does not have.
-        const QByteArray bytes = registroRuta(true, campo("C:\\\xd1""and\xfa \x80\\", 250), true);
+        const QByteArray bytes = registroRuta(
+            true,
+            campo(
+                "C:\\\xd1"
+                "and\xfa \x80\\",
+                250),
+            true);
         QCOMPARE(bytes.size(), 472);
         const Ruta ruta = Ruta::deRegistro(bytes);
         QVERIFY(ruta.otraCarpeta);
@@ -66,27 +69,43 @@ private slots:
         QTest::addColumn<QString>("archivo");
         QTest::addColumn<QString>("servidor");
         const QByteArray nada = campo("", 250);
-        QTest::newRow("own folder") << registroRuta(false, campo("/otra", 250), false) << "/prog/Datos.mdb" << "";
-        QTest::newRow("other folder") << registroRuta(true, campo("/otra", 250), false) << "/otra/Datos.mdb" << "";
-        QTest::newRow("backslash") << registroRuta(true, campo("/otra\\", 250), false) << "/otra/Datos.mdb" << "";
-        QTest::newRow("slash") << registroRuta(true, campo("/otra/", 250), false) << "/otra/Datos.mdb" << "";
-        QTest::newRow("blank folder") << registroRuta(true, nada, false) << "/prog/Datos.mdb" << "";
-        QTest::newRow("zeros") << registroRuta(true, QByteArray(250, '\0'), false) << "/prog/Datos.mdb" << "";
-        QTest::newRow("zero first") << registroRuta(true, '\0' + campo("/vieja", 249), false) << "/prog/Datos.mdb" << "";
-        QTest::newRow("server") << registroRuta(false, nada, true) << "/prog/Datos.mdb" << "SRV\\SQLEXPRESS";
+        QTest::newRow("own folder") << registroRuta(false, campo("/otra", 250), false) << "/prog/Datos.mdb"
+                                    << "";
+        QTest::newRow("other folder") << registroRuta(true, campo("/otra", 250), false) << "/otra/Datos.mdb"
+                                      << "";
+        QTest::newRow("backslash") << registroRuta(true, campo("/otra\\", 250), false) << "/otra/Datos.mdb"
+                                   << "";
+        QTest::newRow("slash") << registroRuta(true, campo("/otra/", 250), false) << "/otra/Datos.mdb"
+                               << "";
+        QTest::newRow("blank folder") << registroRuta(true, nada, false) << "/prog/Datos.mdb"
+                                      << "";
+        QTest::newRow("zeros") << registroRuta(true, QByteArray(250, '\0'), false) << "/prog/Datos.mdb"
+                               << "";
+        QTest::newRow("zero first") << registroRuta(true, '\0' + campo("/vieja", 249), false) << "/prog/Datos.mdb"
+                                    << "";
+        QTest::newRow("server") << registroRuta(false, nada, true) << "/prog/Datos.mdb"
+                                << "SRV\\SQLEXPRESS";
         QByteArray sinServidor = registroRuta(false, nada, true);
         sinServidor.replace(272, 50, campo("", 50));
-        QTest::newRow("instance alone") << sinServidor << "/prog/Datos.mdb" << "";
+        QTest::newRow("instance alone") << sinServidor << "/prog/Datos.mdb"
+                                        << "";
         QByteArray sinInstancia = registroRuta(false, nada, true);
         sinInstancia.replace(322, 50, QByteArray(50, '\0'));
-        QTest::newRow("no instance") << sinInstancia << "/prog/Datos.mdb" << "SRV";
-        QTest::newRow("short") << registroRuta(true, campo("/otra", 250), false).left(100) << "/otra/Datos.mdb" << "";
-        QTest::newRow("empty") << QByteArray() << "/prog/Datos.mdb" << "";
-        QTest::newRow("one byte") << QByteArray("\xff", 1) << "/prog/Datos.mdb" << "";
-        QTest::newRow("long") << registroRuta(true, campo("/otra", 250), false) + "cola" << "/otra/Datos.mdb" << "";
+        QTest::newRow("no instance") << sinInstancia << "/prog/Datos.mdb"
+                                     << "SRV";
+        QTest::newRow("short") << registroRuta(true, campo("/otra", 250), false).left(100) << "/otra/Datos.mdb"
+                               << "";
+        QTest::newRow("empty") << QByteArray() << "/prog/Datos.mdb"
+                               << "";
+        QTest::newRow("one byte") << QByteArray("\xff", 1) << "/prog/Datos.mdb"
+                                  << "";
+        QTest::newRow("long") << registroRuta(true, campo("/otra", 250), false) + "cola"
+                              << "/otra/Datos.mdb"
+                              << "";
         QByteArray uno = registroRuta(true, campo("/otra", 250), false);
         uno[0] = 1, uno[1] = 0;
-        QTest::newRow("flag 1 is not -1") << uno << "/prog/Datos.mdb" << "";
+        QTest::newRow("flag 1 is not -1") << uno << "/prog/Datos.mdb"
+                                          << "";
     }
 
     void destinations()

@@ -86,8 +86,10 @@ private slots:
 
         guion.esperarMensaje(
             u"Atención"_s,
-            u"Como el sistema detectó que No existe ningún Médico cargado, se procedió a crear uno de prueba. Al iniciar el "
-            "sistema diríjase a la ventana 'Configuración', opción 'Médicos y Usuarios', para cargar los datos del Médico "
+            u"Como el sistema detectó que No existe ningún Médico cargado, se procedió a crear uno de prueba. Al "
+            u"iniciar el "
+            "sistema diríjase a la ventana 'Configuración', opción 'Médicos y Usuarios', para cargar los datos del "
+            "Médico "
             "real."_s,
             base::Icono::Informacion);
         {
@@ -126,7 +128,8 @@ private slots:
             pulsar(*agendas, "sinoatendido");
             guion.esperarMensaje(
                 u"Importante!!"_s,
-                u"IMPORTANTE: Recuerde que el programa de esta PC (servidor) debe cerrarse después que el programa de todas "
+                u"IMPORTANTE: Recuerde que el programa de esta PC (servidor) debe cerrarse después que el programa de "
+                u"todas "
                 "las terminales."_s,
                 base::Icono::Advertencia);
             QVERIFY(programa.marco->close());
@@ -158,7 +161,8 @@ private slots:
                 u"Menú General|Se ingresó a la ventana Agendas."_s}));
         guion.esperarMensaje(
             u"Importante!!"_s,
-            u"IMPORTANTE: Recuerde que el programa de esta PC (servidor) debe cerrarse después que el programa de todas las "
+            u"IMPORTANTE: Recuerde que el programa de esta PC (servidor) debe cerrarse después que el programa de "
+            u"todas las "
             "terminales."_s,
             base::Icono::Advertencia);
         QVERIFY(programa.marco->close());

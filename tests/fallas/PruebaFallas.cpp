@@ -116,8 +116,7 @@ private slots:
         QCOMPARE(guardados(*a).size(), 60);
         QCOMPARE(guardados(*b).size(), 60);
         for (const int paciente : {una, otra})
-            QCOMPARE(
-                base.valor(u"SELECT count(id) FROM [Agenda Turnos] WHERE NroHC = ?"_qs, {paciente}), u"180"_qs);
+            QCOMPARE(base.valor(u"SELECT count(id) FROM [Agenda Turnos] WHERE NroHC = ?"_qs, {paciente}), u"180"_qs);
         QCOMPARE(base.valor(u"SELECT count(id) FROM [Agenda Turnos]"_qs), u"360"_qs);
     }
 

@@ -7,10 +7,7 @@
 
 namespace soporte {
 
-QString plantilla()
-{
-    return QStringLiteral(VASTELO_PLANTILLA);
-}
+QString plantilla() { return QStringLiteral(VASTELO_PLANTILLA); }
 
 QString cadenaAccess(const QString &archivo)
 {

@@ -84,8 +84,7 @@ bool MensajesGuionados::pregunta(const QString &titulo, const QString &texto, bo
     return paso && paso->respuesta;
 }
 
-std::optional<QString>
-MensajesGuionados::pedirTexto(const QString &titulo, const QString &texto, const QString &)
+std::optional<QString> MensajesGuionados::pedirTexto(const QString &titulo, const QString &texto, const QString &)
 {
     const auto paso = tomar(Clase::Texto, titulo, texto);
     return paso ? paso->valor : std::nullopt;
@@ -97,15 +96,13 @@ std::optional<QString> MensajesGuionados::pedirClave(const QString &titulo, cons
     return paso ? paso->valor : std::nullopt;
 }
 
-std::optional<QString>
-MensajesGuionados::elegirArchivo(const QString &titulo, const QString &, const QString &)
+std::optional<QString> MensajesGuionados::elegirArchivo(const QString &titulo, const QString &, const QString &)
 {
     const auto paso = tomar(Clase::Archivo, titulo, {}, false);
     return paso ? paso->valor : std::nullopt;
 }
 
-std::optional<QString>
-MensajesGuionados::elegirDestino(const QString &titulo, const QString &, const QString &)
+std::optional<QString> MensajesGuionados::elegirDestino(const QString &titulo, const QString &, const QString &)
 {
     const auto paso = tomar(Clase::Destino, titulo, {}, false);
     return paso ? paso->valor : std::nullopt;

@@ -30,8 +30,7 @@ public:
     bool pregunta(const QString &titulo, const QString &texto, bool porDefecto) override;
     std::optional<QString> pedirTexto(const QString &titulo, const QString &texto, const QString &inicial) override;
     std::optional<QString> pedirClave(const QString &titulo, const QString &texto) override;
-    std::optional<QString>
-    elegirArchivo(const QString &titulo, const QString &carpeta, const QString &filtro) override;
+    std::optional<QString> elegirArchivo(const QString &titulo, const QString &carpeta, const QString &filtro) override;
     std::optional<QString>
     elegirDestino(const QString &titulo, const QString &propuesto, const QString &filtro) override;
     std::optional<QString> elegirCarpeta(const QString &titulo, const QString &carpeta) override;

@@ -13,15 +13,19 @@ struct Declared {
 
 // The engine gives a column its affinity by these names: those with TEXT keep "00123" as it is.
 constexpr Declared declarations[] = {
-    {Type::Text, "TEXT"},     {Type::Memo, "LONGTEXT"},    {Type::Integer, "SHORT"}, {Type::Long, "LONG"},
-    {Type::Single, "REAL"},   {Type::Double, "DOUBLE"},    {Type::Flag, "YESNO"},    {Type::DateTime, "DATETIME"},
-    {Type::Binary, "BLOB"},   {Type::Counter, "INTEGER"},
+    {Type::Text, "TEXT"},
+    {Type::Memo, "LONGTEXT"},
+    {Type::Integer, "SHORT"},
+    {Type::Long, "LONG"},
+    {Type::Single, "REAL"},
+    {Type::Double, "DOUBLE"},
+    {Type::Flag, "YESNO"},
+    {Type::DateTime, "DATETIME"},
+    {Type::Binary, "BLOB"},
+    {Type::Counter, "INTEGER"},
 };
 
-QByteArray quoted(const QString &name)
-{
-    return '"' + name.toUtf8().replace('"', "\"\"") + '"';
-}
+QByteArray quoted(const QString &name) { return '"' + name.toUtf8().replace('"', "\"\"") + '"'; }
 
 QByteArray literal(const QVariant &value)
 {
@@ -112,8 +116,9 @@ Column columnOf(const QString &name, const QString &declaration, const QString &
     }
     if (!initial.isEmpty() && initial.compare(QLatin1String("NULL"), Qt::CaseInsensitive) != 0) {
         const bool isText = initial.startsWith(u'\'');
-        column.initial = isText ? QVariant(initial.mid(1, initial.size() - 2).replace(QLatin1String("''"), QLatin1String("'")))
-                                : QVariant(initial.toDouble());
+        column.initial = isText
+            ? QVariant(initial.mid(1, initial.size() - 2).replace(QLatin1String("''"), QLatin1String("'")))
+            : QVariant(initial.toDouble());
     }
     return column;
 }

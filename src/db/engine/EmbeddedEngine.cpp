@@ -54,7 +54,9 @@ EmbeddedEngine::EmbeddedEngine(const QString &path, const QString &password, Ope
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw Error(
-            Error::Kind::CannotOpen, SQLITE_CANTOPEN, QStringLiteral("No se puede abrir el archivo de la base de datos."));
+            Error::Kind::CannotOpen,
+            SQLITE_CANTOPEN,
+            QStringLiteral("No se puede abrir el archivo de la base de datos."));
     const QByteArray salt = file.read(saltSize);
     file.close();
     if (salt.size() < saltSize)
@@ -117,10 +119,7 @@ int EmbeddedEngine::execute(const QString &sql, const Params &params)
     return executeNative(translated(sql).text, params);
 }
 
-QString EmbeddedEngine::singleTable(const QString &sql)
-{
-    return translated(sql).singleTable;
-}
+QString EmbeddedEngine::singleTable(const QString &sql) { return translated(sql).singleTable; }
 
 sqlite3_stmt *EmbeddedEngine::prepare(const QByteArray &sql)
 {
@@ -201,7 +200,10 @@ namespace {
 class InUse
 {
 public:
-    explicit InUse(sqlite3_stmt *statement) : m_statement(statement) {}
+    explicit InUse(sqlite3_stmt *statement)
+        : m_statement(statement)
+    {
+    }
     ~InUse()
     {
         sqlite3_reset(m_statement);
@@ -236,7 +238,7 @@ Rows EmbeddedEngine::queryNative(const QByteArray &sql, const Params &params)
         ResultSet::Field field;
         field.name = QString::fromUtf8(sqlite3_column_name(statement, c));
         const char *declared = sqlite3_column_decltype(statement, c);
-        field.type = declared ? declaredType(declared)
+        field.type = declared    ? declaredType(declared)
             : code == SQLITE_ROW ? typeOfValue(sqlite3_column_type(statement, c))
                                  : Type::Memo;
         fields.push_back(std::move(field));
@@ -281,10 +283,7 @@ int EmbeddedEngine::executeNative(const QByteArray &sql, const Params &params)
     return int(sqlite3_total_changes64(m_database) - before);
 }
 
-qint64 EmbeddedEngine::insertedId()
-{
-    return sqlite3_last_insert_rowid(m_database);
-}
+qint64 EmbeddedEngine::insertedId() { return sqlite3_last_insert_rowid(m_database); }
 
 void EmbeddedEngine::begin()
 {
@@ -292,10 +291,7 @@ void EmbeddedEngine::begin()
     executeNative("BEGIN IMMEDIATE", {});
 }
 
-void EmbeddedEngine::commit()
-{
-    executeNative("COMMIT", {});
-}
+void EmbeddedEngine::commit() { executeNative("COMMIT", {}); }
 
 void EmbeddedEngine::rollback()
 {
@@ -341,10 +337,7 @@ bool EmbeddedEngine::moved() const
     return sqlite3_file_control(m_database, "main", SQLITE_FCNTL_HAS_MOVED, &flag) == SQLITE_OK && flag != 0;
 }
 
-bool EmbeddedEngine::readOnly() const
-{
-    return sqlite3_db_readonly(m_database, "main") == 1;
-}
+bool EmbeddedEngine::readOnly() const { return sqlite3_db_readonly(m_database, "main") == 1; }
 
 void EmbeddedEngine::fail(int code, const QByteArray &sql) const
 {
@@ -356,7 +349,8 @@ void EmbeddedEngine::fail(int code, const QByteArray &sql) const
             Kind::NotADatabase,
             code,
             QStringLiteral("El archivo no es una base de datos de este programa, tiene otra clave o está dañado."));
-    case SQLITE_CORRUPT: throw Error(Kind::Corrupt, code, QStringLiteral("El archivo de la base de datos está dañado."));
+    case SQLITE_CORRUPT:
+        throw Error(Kind::Corrupt, code, QStringLiteral("El archivo de la base de datos está dañado."));
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
         throw Error(
@@ -385,7 +379,8 @@ void EmbeddedEngine::fail(int code, const QByteArray &sql) const
     default: break;
     }
     if (detail.startsWith(QLatin1String("no such table: ")))
-        throw Error(Kind::NoSuchTable, code, QStringLiteral("La base de datos no tiene la tabla '%1'.").arg(detail.mid(15)));
+        throw Error(
+            Kind::NoSuchTable, code, QStringLiteral("La base de datos no tiene la tabla '%1'.").arg(detail.mid(15)));
     if (detail.startsWith(QLatin1String("no such column: ")) || detail.contains(QLatin1String("has no column named")))
         throw Error(Kind::NoSuchColumn, code, QStringLiteral("Columna desconocida (%1).").arg(detail));
     if ((code & 0xff) == SQLITE_ERROR && !sql.isEmpty() && detail.contains(QLatin1String("syntax error")))
