@@ -70,9 +70,6 @@ QImage retrato(QWidget &marco)
     return imagen;
 }
 
-bool guardar(const QImage &imagen, const QString &archivo)
-{
-    return imagen.save(archivo, "PNG", 0);
-}
+bool guardar(const QImage &imagen, const QString &archivo) { return imagen.save(archivo, "PNG", 0); }
 
 } // namespace pantallas
