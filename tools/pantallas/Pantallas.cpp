@@ -141,7 +141,7 @@ void reservar(Escena &e)
         lista->elegirFila(0);
     e.pulsar(chooser, QStringLiteral("aceptar"));
     if (auto *motivo = e.control<QComboBox>(booking, QStringLiteral("motivo")))
-        motivo->setCurrentIndex(qMin(3, motivo->count() - 1));
+        motivo->setCurrentText(QStringLiteral("Control de salud"));
     if (auto *texto = e.control<QPlainTextEdit>(booking, QStringLiteral("observacionestur")))
         texto->setPlainText(QStringLiteral("Primera vez. Trae estudios."));
 }

@@ -64,8 +64,8 @@ void agendas::construir()
 
     lista = new ui::Grilla(
         QStringLiteral("lista"),
-        QStringLiteral("|^Hora|<Paciente            |<Cobertura  |<Teléfonos         |<Motivo     "
-                       "|>Caja $  |>Saldo $ |^Llegó|^Atend.|<Observaciones"),
+        QStringLiteral("|^Hora|<Paciente            |<Cobertura |<Teléfonos           |<Motivo   "
+                       "|>Caja $   |>Saldo $  |^Llegó|^Atend.|<Observaciones"),
         this);
     derecha->addWidget(lista, 1);
 
