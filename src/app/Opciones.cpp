@@ -11,8 +11,8 @@ namespace {
 
 const char *const textoAyuda = "Uso: vastelo [opciones]\n"
                                "\n"
-                               "Sistema de gestión de consultorios: pacientes, historias clínicas, agendas,\n"
-                               "órdenes, caja.\n"
+                               "Sistema de gestión de consultorios. Esta versión: agenda de turnos, búsqueda\n"
+                               "y alta de pacientes.\n"
                                "\n"
                                "  --carpeta DIR   carpeta de programa: allí están setup.dat, ruta.dat, la\n"
                                "                  plantilla Datos_Vacio.mdb, la base Datos.mdb (salvo que\n"

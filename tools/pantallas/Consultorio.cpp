@@ -6,6 +6,7 @@
 #include "base/Rechazo.h"
 #include "db/Connection.h"
 #include "db/Error.h"
+#include "db/Verificacion.h"
 #include "demo/Archivo.h"
 
 #include <cstdio>
@@ -79,6 +80,13 @@ Consultorio::Consultorio()
 }
 
 Consultorio::~Consultorio() = default;
+
+bool Consultorio::verificarBase()
+{
+    if (!hayBase)
+        db::avisarBaseAusente(mensajes());
+    return hayBase;
+}
 
 void Consultorio::prepararDia()
 {

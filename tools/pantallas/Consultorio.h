@@ -53,7 +53,7 @@ public:
     void setMensajes(base::Mensajes *mensajes) { m_mensajes = mensajes ? mensajes : &escritos; }
 
     MensajesEscritos escritos;
-    bool hayBase = true;
+    bool hayBase = true; ///< whether the windows are told that there is one
 
     db::Connection &conexion() override { return *m_conexion; }
     base::Mensajes &mensajes() override { return *m_mensajes; }
@@ -69,7 +69,8 @@ public:
     int segundosAgenda() const override { return 0; }
     int segundosMensajes() const override { return 3600; }
 
-    bool verificarBase() override { return hayBase; }
+    /// Tells, as the program does, when there is no database.
+    bool verificarBase() override;
     bool baseLista() const override { return hayBase; }
 
 private:

@@ -114,6 +114,7 @@ struct Pantalla {
     std::function<void(Escena &)> preparar;
     /// What the picture is taken during: a message box, which returns when it is closed. Null: preparar() is enough.
     std::function<void(Escena &, base::Mensajes &)> decir = {};
+    bool conBase = true; ///< whether the program has found its database
 };
 
 const QString agendas = QStringLiteral("agendas");
@@ -192,7 +193,8 @@ const std::vector<Pantalla> &lista()
          [](Escena &e, base::Mensajes &) { e.pulsar(agendas, QStringLiteral("liberar")); }},
         {QStringLiteral("mensaje-sin-base"),
          [](Escena &) {},
-         [](Escena &, base::Mensajes &mensajes) { db::avisarBaseAusente(mensajes); }},
+         [](Escena &e, base::Mensajes &) { e.pulsar({}, QStringLiteral("menagendas")); },
+         false},
         {QStringLiteral("mensaje-base-daniada"),
          [](Escena &) {},
          [](Escena &, base::Mensajes &mensajes) {
@@ -200,7 +202,8 @@ const std::vector<Pantalla> &lista()
                  mensajes,
                  db::Error(
                      db::Error::Kind::Corrupt, 11, QStringLiteral("El archivo de la base de datos está dañado.")));
-         }},
+         },
+         false},
     };
     return todas;
 }
@@ -234,6 +237,7 @@ Resultado retratar(const QString &carpeta)
 
     QStringList registradas;
     for (const Pantalla &pantalla : lista()) {
+        consultorio.hayBase = pantalla.conBase;
         Escena escena(consultorio);
         registradas = escena.ventanas().nombres();
         pantalla.preparar(escena);
