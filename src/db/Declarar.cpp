@@ -44,6 +44,7 @@ QString serie(const QString &stem, int from, int to, int digits)
 
 Index indice(const QString &columns) { return {columns.split(u' ', Qt::SkipEmptyParts), false}; }
 Index unico(const QString &columns) { return {columns.split(u' ', Qt::SkipEmptyParts), true}; }
+Index listado(const QString &columns) { return {columns.split(u' ', Qt::SkipEmptyParts), false, true}; }
 
 Table tabla(const QString &name, const Columnas &columns, const QVector<Index> &indexes)
 {

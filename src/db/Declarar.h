@@ -30,6 +30,8 @@ using Columnas = QVector<Column>;
 /// Indexes by the names of their columns, "Doctor Fecha".
 [[nodiscard]] Index indice(const QString &columns);
 [[nodiscard]] Index unico(const QString &columns);
+/// The columns that a list of this table shows, see Index::ofList.
+[[nodiscard]] Index listado(const QString &columns);
 
 [[nodiscard]] Table tabla(const QString &name, const Columnas &columns, const QVector<Index> &indexes = {});
 /// A list that the person maintains: `id`, `nombre`, `prioridad` (0).

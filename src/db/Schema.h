@@ -40,6 +40,9 @@ struct Column {
 struct Index {
     QStringList columns;
     bool unique = false;
+    /// Holds what a list shows, so that the embedded engine reads it instead of the wide rows. Ordered by bytes: an
+    /// outside tool that orders words in another way agrees with it. The server has none of these.
+    bool ofList = false;
 };
 
 struct Table {

@@ -122,6 +122,8 @@ QStringList crearTabla(const Table &table)
                        "BEGIN CREATE TABLE %2 (%3) END")
             .arg(quoted(table.name), name, columns.join(QLatin1String(", ")))};
     for (const Index &index : table.indexes) {
+        if (index.ofList)
+            continue;
         const QString indexName = index.columns.join(u'_');
         statements << QStringLiteral("IF NOT EXISTS (SELECT * FROM sys.indexes WHERE object_id = OBJECT_ID(%1) "
                                      "and name = %2) BEGIN CREATE %3INDEX %4 ON %5(%6) END")

@@ -32,7 +32,10 @@ db::Table pacientes()
             + memos("HC")
             // Number of the last pregnancy given, and whether one is running.
             + con(0, enteros("UltiEmba")) + banderas("Embarazo"),
-        {unico("NroHC"), indice("DNI"), indice("numehistoria")});
+        {unico("NroHC"),
+         indice("DNI"),
+         indice("numehistoria"),
+         listado("Apellido apellido2 Nombres NroHC DNI NroOS numehistoria pacienteinactivo")});
 }
 
 } // namespace

@@ -79,7 +79,7 @@ QList<QByteArray> createTable(const Table &table)
     for (const Index &index : table.indexes) {
         QByteArray names;
         for (const QString &name : index.columns)
-            names += (names.isEmpty() ? "" : ", ") + quoted(name);
+            names += (names.isEmpty() ? "" : ", ") + quoted(name) + (index.ofList ? " COLLATE BINARY" : "");
         statements << QByteArray(index.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ")
                 + quoted(table.name + u' ' + index.columns.join(u' ')) + " ON " + quoted(table.name) + " (" + names
                 + ')';
