@@ -25,7 +25,7 @@ const char *const textoAyuda = "Uso: vastelo [opciones]\n"
                                "  --version       muestra la versión\n"
                                "  --help, -h      muestra esta ayuda\n"
                                "\n"
-                               "También se aceptan las opciones de Qt, por ejemplo -platform o -style.\n";
+                               "También se aceptan las opciones de Qt, por ejemplo -platform.\n";
 
 } // namespace
 
