@@ -11,8 +11,8 @@ namespace {
 
 const char *const textoAyuda = "Uso: vastelo [opciones]\n"
                                "\n"
-                               "Sistema de gestión de consultorios: pacientes, historias clínicas, agendas,\n"
-                               "órdenes, caja.\n"
+                               "Sistema de gestión de consultorios. Esta versión: agenda de turnos, búsqueda\n"
+                               "y alta de pacientes.\n"
                                "\n"
                                "  --carpeta DIR   carpeta de programa: allí están setup.dat, ruta.dat, la\n"
                                "                  plantilla Datos_Vacio.mdb, la base Datos.mdb (salvo que\n"
@@ -25,7 +25,7 @@ const char *const textoAyuda = "Uso: vastelo [opciones]\n"
                                "  --version       muestra la versión\n"
                                "  --help, -h      muestra esta ayuda\n"
                                "\n"
-                               "También se aceptan las opciones de Qt, por ejemplo -platform o -style.\n";
+                               "También se aceptan las opciones de Qt, por ejemplo -platform.\n";
 
 } // namespace
 

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QStyleFactory>
 #include <QWheelEvent>
 
@@ -30,6 +31,27 @@ public:
             return false;
         event->ignore();
         return true;
+    }
+};
+
+/// The style of all controls, with the program's own icons in message boxes.
+class Estilo : public QProxyStyle
+{
+public:
+    Estilo()
+        : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion")))
+    {
+    }
+
+    QIcon standardIcon(StandardPixmap cual, const QStyleOption *opcion, const QWidget *pieza) const override
+    {
+        switch (cual) {
+        case SP_MessageBoxInformation: return icono(QStringLiteral("dialog-information"));
+        case SP_MessageBoxWarning: return icono(QStringLiteral("dialog-warning"));
+        case SP_MessageBoxCritical: return icono(QStringLiteral("dialog-error"));
+        case SP_MessageBoxQuestion: return icono(QStringLiteral("dialog-question"));
+        default: return QProxyStyle::standardIcon(cual, opcion, pieza);
+        }
     }
 };
 
@@ -81,7 +103,7 @@ void aplicarEstilo(QApplication &aplicacion)
 {
     const bool noche = paletaOscura();
     const Tonos &t = noche ? oscuro : claro;
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new Estilo);
     QApplication::setPalette(paletaDe(t));
 
     QFont letra = QApplication::font();

@@ -101,7 +101,7 @@ int Grilla::anchoPropio(int columna) const
         return 0;
     const QFontMetrics letra = horizontalHeader()->fontMetrics();
     // Room beside the title for the mark of the order.
-    return qMax(suya.caracteres * letra.averageCharWidth(), letra.horizontalAdvance(suya.titulo)) + 24;
+    return qMax(suya.caracteres * letra.averageCharWidth(), letra.horizontalAdvance(suya.titulo)) + 16;
 }
 
 void Grilla::ponerAnchos()

@@ -48,6 +48,14 @@ void Ventanas::registrar(const QString &nombre, Modo modo, Fabrica fabrica)
 
 bool Ventanas::existe(const QString &nombre) const { return m_entradas.contains(nombre); }
 
+QStringList Ventanas::nombres() const
+{
+    QStringList todos;
+    for (const auto &[nombre, entrada] : m_entradas)
+        todos << nombre;
+    return todos;
+}
+
 void Ventanas::setArea(QMdiArea *area) { m_area = area; }
 
 Ventana *Ventanas::abrir(const QString &nombre, const Pedido &pedido, QWidget *sobre)

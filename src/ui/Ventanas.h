@@ -43,6 +43,8 @@ public:
 
     void registrar(const QString &nombre, Modo modo, Fabrica fabrica);
     [[nodiscard]] bool existe(const QString &nombre) const;
+    /// Every registered name, in alphabetical order.
+    [[nodiscard]] QStringList nombres() const;
 
     /// Where Modo::Marco windows appear; without one they are windows of their own (as in tests).
     void setArea(QMdiArea *area);

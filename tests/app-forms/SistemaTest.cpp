@@ -261,7 +261,7 @@ private slots:
         ventanas->buscar(QStringLiteral("caja"))->close();
         QTRY_VERIFY(!boton->shortcut().isEmpty());
 
-        QTest::keyClick(marco.get(), Qt::Key_F6);
+        QTest::keyClick(marco.get(), Qt::Key_F10);
         auto *foco = qobject_cast<QToolButton *>(QApplication::focusWidget());
         QVERIFY(foco);
         QCOMPARE(foco->objectName(), QStringLiteral("menusuario"));

@@ -64,8 +64,8 @@ void agendas::construir()
 
     lista = new ui::Grilla(
         QStringLiteral("lista"),
-        QStringLiteral("|^Hora|<Paciente            |<Cobertura|<Teléfonos  |<Motivo "
-                       "|>Caja $|>Saldo $|^Llegó|^Atend.|<Observaciones"),
+        QStringLiteral("|^Hora|<Paciente            |<Cobertura |<Teléfonos           |<Motivo   "
+                       "|>Caja $   |>Saldo $  |^Llegó|^Atend.|<Observaciones"),
         this);
     derecha->addWidget(lista, 1);
 
@@ -77,7 +77,8 @@ void agendas::construir()
     detalle->setWordWrap(true);
     detalle->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     detalle->setMargin(ui::espacio);
-    detalle->setFixedHeight(4 * detalle->fontMetrics().lineSpacing() + 2 * ui::espacio + 4);
+    // Four lines, and one of them may need a second.
+    detalle->setFixedHeight(5 * detalle->fontMetrics().lineSpacing() + 2 * ui::espacio + 4);
     derecha->addWidget(detalle);
     filas->addLayout(derecha, 1);
 

@@ -77,7 +77,7 @@ sistema::sistema(db::Entorno &entorno, Comprobador &comprobador, ui::Ventanas &v
             marcos.cbegin(), marcos.cend(), [](const QMdiSubWindow *marco) { return marco->isVisible(); }));
     });
     m_menu->setTeclas(true);
-    auto *irAlMenu = new QShortcut(QKeySequence(Qt::Key_F6), this);
+    auto *irAlMenu = new QShortcut(QKeySequence(Qt::Key_F10), this);
     connect(irAlMenu, &QShortcut::activated, m_menu, &ColumnaMenu::enfocar);
 
     tiempo->setObjectName(QStringLiteral("tiempo"));

@@ -5,6 +5,7 @@
 #include "db/Entorno.h"
 #include "db/Error.h"
 #include "ui/Grilla.h"
+#include "ui/Iconos.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -49,9 +50,9 @@ elecpaci::elecpaci(db::Entorno &entorno, ui::Ventanas &ventanas)
     , nombresredu(new QLineEdit)
     , listapaci(new ui::Grilla(QStringLiteral("listapaci"), encabezado))
     , cantidad(new QLabel)
-    , nuevo(new QPushButton(tr("&Nuevo Paciente")))
-    , aceptar(new QPushButton)
-    , cancelar(new QPushButton(tr("&Cancelar")))
+    , nuevo(new QPushButton(ui::icono(QStringLiteral("contact-new")), tr("&Nuevo Paciente")))
+    , aceptar(new QPushButton(ui::icono(QStringLiteral("dialog-ok")), QString()))
+    , cancelar(new QPushButton(ui::icono(QStringLiteral("dialog-cancel")), tr("&Cancelar")))
     , m_pausa(new QTimer(this))
 {
     etiqueta->setObjectName(QStringLiteral("etiqueta"));

@@ -3,6 +3,7 @@
 #include "db/Connection.h"
 #include "db/Entorno.h"
 #include "patients/Numeracion.h"
+#include "ui/Iconos.h"
 #include "ui/ListaCombo.h"
 
 #include <QComboBox>
@@ -34,8 +35,8 @@ nuevopaci::nuevopaci(db::Entorno &entorno, ui::Ventanas &ventanas)
     , coberturar(conNombre(new QComboBox, "coberturar"))
     , domicilior(conNombre(new QLineEdit, "domicilior"))
     , emailr(conNombre(new QLineEdit, "emailr"))
-    , guardar(conNombre(new QPushButton(tr("&Guardar")), "guardar"))
-    , cancelar(conNombre(new QPushButton(tr("&Cancelar")), "cancelar"))
+    , guardar(conNombre(new QPushButton(ui::icono(QStringLiteral("document-save")), tr("&Guardar")), "guardar"))
+    , cancelar(conNombre(new QPushButton(ui::icono(QStringLiteral("dialog-cancel")), tr("&Cancelar")), "cancelar"))
     , m_campos(new QFormLayout)
 {
     QFont destacada = numehistoria->font();
