@@ -118,7 +118,8 @@ private slots:
 
         const auto ultimo = [](int anio) {
             QDate dia;
-            for (const QDate &d : mesCalendario(anio, 2, 1).semanas.back())
+            const MesCalendario febrero = mesCalendario(anio, 2, 1);
+            for (const QDate &d : febrero.semanas.back())
                 dia = d.isValid() ? d : dia;
             return dia.day();
         };

@@ -47,8 +47,9 @@ void DeclaracionTest::eachTableStandsOnItself()
             for (const QString &column : index.columns) {
                 const db::Column *declared = table.column(column);
                 QVERIFY2(declared, qPrintable(name));
-                // Other programs compare letters with accents in another way: an index over words would look damaged.
-                const bool isCode = declared->type != db::Type::Text || declared->size <= 50;
+                // Other programs compare letters with accents in another way: an index over words would look damaged,
+                // unless it goes by their bytes.
+                const bool isCode = index.ofList || declared->type != db::Type::Text || declared->size <= 50;
                 QVERIFY2(isCode && declared->type != db::Type::Memo, qPrintable(name));
             }
         }

@@ -90,7 +90,11 @@ sistema::sistema(db::Entorno &entorno, Comprobador &comprobador, ui::Ventanas &v
     actualizarUsuario();
 }
 
-sistema::~sistema() = default;
+sistema::~sistema()
+{
+    // The windows inside go after this object's own part: their going must not reach it any more.
+    m_area->disconnect(this);
+}
 
 void sistema::actualizarUsuario()
 {
