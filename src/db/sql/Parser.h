@@ -111,7 +111,7 @@ protected:
     std::vector<Expr> arguments(const Token &name, int least, int most);
     Expr aggregate(const Token &name);
     /// Makes the branches of a choice agree; the kind of the whole.
-    Kind agree(std::vector<Expr *> branches, int position);
+    Kind agree(const std::vector<Expr *> &branches, int position);
     static QByteArray operand(const Expr &expr);
     static QByteArray call(const char *function, const std::vector<Expr> &arguments);
 
@@ -156,7 +156,7 @@ private:
     Expr compare(const QString &op, Expr left, Expr right, int position);
     Expr membership(Expr left, bool negated);
     Expr range(Expr left, bool negated);
-    Expr like(Expr left, bool negated);
+    Expr like(const Expr &left, bool negated);
     Expr scalarQuery();
     static QByteArray balanced(const std::vector<QByteArray> &terms, size_t from, size_t to, const char *joint);
 
