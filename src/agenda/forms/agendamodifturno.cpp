@@ -10,8 +10,8 @@
 #include "base/Clock.h"
 #include "base/Fechas.h"
 #include "db/Entorno.h"
+#include "ui/Botones.h"
 #include "ui/Estilo.h"
-#include "ui/Iconos.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -120,10 +120,9 @@ void agendamodifturno::construir()
     hora->setPlaceholderText(tr("hh:mm"));
     auto *rotulo = new QLabel(tr("&Hora:"), this);
     rotulo->setBuddy(hora);
-    guardar = new QPushButton(ui::icono(QStringLiteral("document-save")), tr("&Guardar"), this);
-    guardar->setObjectName(QStringLiteral("guardar"));
-    cancelar = new QPushButton(ui::icono(QStringLiteral("dialog-cancel")), tr("&Cancelar"), this);
-    cancelar->setObjectName(QStringLiteral("cancelar"));
+    const ui::FinDeFormulario fin = ui::finDeFormulario(this);
+    guardar = fin.guardar;
+    cancelar = fin.cancelar;
 
     auto *mesYAnio = new QHBoxLayout;
     mesYAnio->addWidget(mes, 1);
@@ -141,15 +140,11 @@ void agendamodifturno::construir()
     auto *medio = new QHBoxLayout;
     medio->addLayout(izquierda, 1);
     medio->addLayout(derecha, 1);
-    auto *botones = new QHBoxLayout;
-    botones->addStretch(1);
-    botones->addWidget(guardar);
-    botones->addWidget(cancelar);
     auto *todo = new QVBoxLayout(this);
     todo->setContentsMargins(ui::margen, ui::margen, ui::margen, ui::margen);
     todo->addWidget(turno);
     todo->addLayout(medio, 1);
-    todo->addLayout(botones);
+    todo->addLayout(fin.fila);
     setMinimumSize(520, 360);
 }
 

@@ -4,8 +4,8 @@
 #include "agenda/Textos.h"
 #include "agenda/TurnoGuardado.h"
 #include "db/Entorno.h"
+#include "ui/Botones.h"
 #include "ui/Estilo.h"
-#include "ui/Iconos.h"
 #include "ui/ListaCombo.h"
 
 #include <QComboBox>
@@ -25,15 +25,10 @@ agendamotivo::agendamotivo(db::Entorno &entorno, ui::Ventanas &ventanas)
     motivo = new QComboBox(this);
     motivo->setObjectName(QStringLiteral("motivo"));
     pedido->setBuddy(motivo);
-    guardar = new QPushButton(ui::icono(QStringLiteral("document-save")), tr("&Guardar"), this);
-    guardar->setObjectName(QStringLiteral("guardar"));
-    cancelar = new QPushButton(ui::icono(QStringLiteral("dialog-cancel")), tr("&Cancelar"), this);
-    cancelar->setObjectName(QStringLiteral("cancelar"));
+    const ui::FinDeFormulario fin = ui::finDeFormulario(this);
+    guardar = fin.guardar;
+    cancelar = fin.cancelar;
 
-    auto *botones = new QHBoxLayout;
-    botones->addStretch(1);
-    botones->addWidget(guardar);
-    botones->addWidget(cancelar);
     auto *todo = new QVBoxLayout(this);
     todo->setContentsMargins(ui::margen, ui::margen, ui::margen, ui::margen);
     todo->setSpacing(ui::espacio);
@@ -41,7 +36,7 @@ agendamotivo::agendamotivo(db::Entorno &entorno, ui::Ventanas &ventanas)
     todo->addWidget(pedido);
     todo->addWidget(motivo);
     todo->addStretch(1);
-    todo->addLayout(botones);
+    todo->addLayout(fin.fila);
     setMinimumSize(400, 150);
 
     alPulsar(guardar, [this] { save(); });

@@ -4,8 +4,8 @@
 #include "agenda/Reserva.h"
 #include "base/Fechas.h"
 #include "db/Entorno.h"
+#include "ui/Botones.h"
 #include "ui/Estilo.h"
-#include "ui/Iconos.h"
 #include "ui/ListaCombo.h"
 
 #include <QComboBox>
@@ -129,20 +129,16 @@ void agendanuevoturno::save()
 
 void agendanuevoturno::construir()
 {
-    const auto boton = [this](const QString &nombre, const QString &texto, const QString &icono) {
-        auto *nuevo = new QPushButton(ui::icono(icono), texto, this);
-        nuevo->setObjectName(nombre);
-        nuevo->setAutoDefault(false);
-        return nuevo;
-    };
     paciente = new QLabel(tr("Sin elegir"), this);
     paciente->setObjectName(QStringLiteral("paciente"));
     paciente->setTextFormat(Qt::PlainText);
     QFont negrita = paciente->font();
     negrita.setBold(true);
     paciente->setFont(negrita);
-    elegirpaciente = boton(QStringLiteral("elegirpaciente"), tr("Elegir &paciente..."), QStringLiteral("edit-find"));
-    nuevopaciente = boton(QStringLiteral("nuevopaciente"), tr("Paciente n&uevo..."), QStringLiteral("contact-new"));
+    elegirpaciente
+        = ui::boton(this, QStringLiteral("elegirpaciente"), tr("Elegir &paciente..."), QStringLiteral("edit-find"));
+    nuevopaciente
+        = ui::boton(this, QStringLiteral("nuevopaciente"), tr("Paciente n&uevo..."), QStringLiteral("contact-new"));
     listaturnos = new QListWidget(this);
     listaturnos->setObjectName(QStringLiteral("listaturnos"));
     listaturnos->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -151,16 +147,17 @@ void agendanuevoturno::construir()
     nuevoturno->setObjectName(QStringLiteral("nuevoturno"));
     nuevoturno->setPlaceholderText(tr("dd/mm/aaaa hh:mm"));
     nuevoturno->setMinimumWidth(fontMetrics().horizontalAdvance(nuevoturno->placeholderText()) + 30);
-    agregarturno = boton(QStringLiteral("agregarturno"), tr("&Agregar"), QStringLiteral("list-add"));
-    quitarturno = boton(QStringLiteral("quitarturno"), tr("&Quitar"), QStringLiteral("list-remove"));
+    agregarturno = ui::boton(this, QStringLiteral("agregarturno"), tr("&Agregar"), QStringLiteral("list-add"));
+    quitarturno = ui::boton(this, QStringLiteral("quitarturno"), tr("&Quitar"), QStringLiteral("list-remove"));
     motivo = new QComboBox(this);
     motivo->setObjectName(QStringLiteral("motivo"));
     observacionestur = new QPlainTextEdit(this);
     observacionestur->setObjectName(QStringLiteral("observacionestur"));
     observacionestur->setTabChangesFocus(true);
     observacionestur->setMinimumHeight(5 * fontMetrics().lineSpacing());
-    guardar = boton(QStringLiteral("guardar"), tr("&Guardar"), QStringLiteral("document-save"));
-    cancelar = boton(QStringLiteral("cancelar"), tr("&Cancelar"), QStringLiteral("dialog-cancel"));
+    const ui::FinDeFormulario fin = ui::finDeFormulario(this);
+    guardar = fin.guardar;
+    cancelar = fin.cancelar;
 
     auto *botonesPaciente = new QHBoxLayout;
     botonesPaciente->addWidget(elegirpaciente);
@@ -183,14 +180,10 @@ void agendanuevoturno::construir()
     if (auto *etiqueta = qobject_cast<QLabel *>(campos->labelForField(agregado)))
         etiqueta->setBuddy(nuevoturno);
 
-    auto *botones = new QHBoxLayout;
-    botones->addStretch(1);
-    botones->addWidget(guardar);
-    botones->addWidget(cancelar);
     auto *todo = new QVBoxLayout(this);
     todo->setContentsMargins(ui::margen, ui::margen, ui::margen, ui::margen);
     todo->addLayout(campos, 1);
-    todo->addLayout(botones);
+    todo->addLayout(fin.fila);
 
     auto *supr = new QShortcut(QKeySequence(Qt::Key_Delete), listaturnos);
     supr->setContext(Qt::WidgetShortcut);

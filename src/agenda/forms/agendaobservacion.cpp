@@ -4,8 +4,8 @@
 #include "agenda/Textos.h"
 #include "agenda/TurnoGuardado.h"
 #include "db/Entorno.h"
+#include "ui/Botones.h"
 #include "ui/Estilo.h"
-#include "ui/Iconos.h"
 
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -23,20 +23,15 @@ agendaobservacion::agendaobservacion(db::Entorno &entorno, ui::Ventanas &ventana
     observacionestur = new QPlainTextEdit(this);
     observacionestur->setObjectName(QStringLiteral("observacionestur"));
     observacionestur->setTabChangesFocus(true);
-    guardar = new QPushButton(ui::icono(QStringLiteral("document-save")), tr("&Guardar"), this);
-    guardar->setObjectName(QStringLiteral("guardar"));
-    cancelar = new QPushButton(ui::icono(QStringLiteral("dialog-cancel")), tr("&Cancelar"), this);
-    cancelar->setObjectName(QStringLiteral("cancelar"));
+    const ui::FinDeFormulario fin = ui::finDeFormulario(this);
+    guardar = fin.guardar;
+    cancelar = fin.cancelar;
 
-    auto *botones = new QHBoxLayout;
-    botones->addStretch(1);
-    botones->addWidget(guardar);
-    botones->addWidget(cancelar);
     auto *todo = new QVBoxLayout(this);
     todo->setContentsMargins(ui::margen, ui::margen, ui::margen, ui::margen);
     todo->addWidget(turno);
     todo->addWidget(observacionestur, 1);
-    todo->addLayout(botones);
+    todo->addLayout(fin.fila);
     setMinimumSize(460, 220);
 
     alPulsar(guardar, [this] { save(); });

@@ -3,7 +3,7 @@
 #include "db/Connection.h"
 #include "db/Entorno.h"
 #include "patients/Numeracion.h"
-#include "ui/Iconos.h"
+#include "ui/Botones.h"
 #include "ui/ListaCombo.h"
 
 #include <QComboBox>
@@ -35,8 +35,6 @@ nuevopaci::nuevopaci(db::Entorno &entorno, ui::Ventanas &ventanas)
     , coberturar(conNombre(new QComboBox, "coberturar"))
     , domicilior(conNombre(new QLineEdit, "domicilior"))
     , emailr(conNombre(new QLineEdit, "emailr"))
-    , guardar(conNombre(new QPushButton(ui::icono(QStringLiteral("document-save")), tr("&Guardar")), "guardar"))
-    , cancelar(conNombre(new QPushButton(ui::icono(QStringLiteral("dialog-cancel")), tr("&Cancelar")), "cancelar"))
     , m_campos(new QFormLayout)
 {
     QFont destacada = numehistoria->font();
@@ -59,16 +57,15 @@ nuevopaci::nuevopaci(db::Entorno &entorno, ui::Ventanas &ventanas)
     m_campos->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_campos->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
 
-    auto *botones = new QHBoxLayout;
-    botones->addStretch();
-    botones->addWidget(guardar);
-    botones->addWidget(cancelar);
+    const ui::FinDeFormulario fin = ui::finDeFormulario(this);
+    guardar = fin.guardar;
+    cancelar = fin.cancelar;
 
     auto *todo = new QVBoxLayout(this);
     todo->addLayout(m_campos);
     todo->addSpacing(8);
     todo->addStretch();
-    todo->addLayout(botones);
+    todo->addLayout(fin.fila);
     setMinimumWidth(480);
 
     alPulsar(guardar, [this] { save(); });

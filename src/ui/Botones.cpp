@@ -1,0 +1,31 @@
+#include "ui/Botones.h"
+
+#include "ui/Iconos.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+
+namespace ui {
+
+QPushButton *boton(QWidget *padre, const QString &nombre, const QString &texto, const QString &nombreIcono)
+{
+    auto *nuevo = new QPushButton(icono(nombreIcono), texto, padre);
+    nuevo->setObjectName(nombre);
+    // Enter moves on in a form: it is the window that says which button it presses.
+    nuevo->setAutoDefault(false);
+    return nuevo;
+}
+
+FinDeFormulario finDeFormulario(QWidget *padre)
+{
+    FinDeFormulario fin{
+        boton(padre, QStringLiteral("guardar"), QStringLiteral("&Guardar"), QStringLiteral("document-save")),
+        boton(padre, QStringLiteral("cancelar"), QStringLiteral("&Cancelar"), QStringLiteral("dialog-cancel")),
+        new QHBoxLayout};
+    fin.fila->addStretch(1);
+    fin.fila->addWidget(fin.guardar);
+    fin.fila->addWidget(fin.cancelar);
+    return fin;
+}
+
+} // namespace ui
