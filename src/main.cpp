@@ -5,6 +5,7 @@
 #include "app/forms/Composicion.h"
 #include "app/forms/sistema.h"
 #include "base/Clock.h"
+#include "base/Rechazo.h"
 #include "db/Engine.h"
 #include "db/Error.h"
 #include "demo/Archivo.h"
@@ -58,8 +59,12 @@ int main(int argc, char *argv[])
     app::registrarVentanas(modulo, ventanas);
 
     app::Arranque arranque(modulo, &app::Arranque::lanzar);
-    // The login window is not part of this version: whoever starts works as the current user.
-    (void)arranque.iniciar();
+    if (arranque.iniciar() == app::Arranque::Destino::Acceso)
+        mensajes.advertir(
+            base::titulo::atencion,
+            QStringLiteral(
+                "El sistema pide elegir el usuario al iniciar, pero esa ventana todavía no forma parte de esta "
+                "versión de Vastelo: se trabaja con el usuario activo de esta computadora."));
 
     app::sistema sistema(modulo, modulo, ventanas);
     sistema.showMaximized();
