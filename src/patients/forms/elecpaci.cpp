@@ -97,6 +97,9 @@ elecpaci::elecpaci(db::Entorno &entorno, ui::Ventanas &ventanas)
     setMinimumSize(960, 540);
 
     ui::ModeloGrilla &modelo = listapaci->modelo();
+    // The names get the room that is left over.
+    listapaci->horizontalHeader()->setStretchLastSection(false);
+    listapaci->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
     modelo.setColumnaClave(ColNroHC);
     modelo.setTexto([this](const db::ResultSet &filas, int fila, int columna) {
         const int celda = columna + primeraColumna;
