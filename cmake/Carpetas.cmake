@@ -30,6 +30,21 @@ target_precompile_headers(vastelo_pch_ventanas PRIVATE
     <functional> <memory> <optional> <vector>)
 set_target_properties(vastelo_pch_ventanas PROPERTIES AUTOMOC OFF)
 
+# vastelo_examinar(<target> <sources>): CMake scans for moc when a file that it knows has changed; for one that was added
+# or removed the scan has to be asked for, or an existing build folder does not build any more.
+function(vastelo_examinar target)
+    set(anotadas ${CMAKE_CURRENT_BINARY_DIR}/${target}_fuentes.txt)
+    string(JOIN "\n" ahora ${ARGN})
+    set(antes "")
+    if(EXISTS ${anotadas})
+        file(READ ${anotadas} antes)
+    endif()
+    if(NOT ahora STREQUAL antes)
+        file(REMOVE ${CMAKE_CURRENT_BINARY_DIR}/${target}_autogen/timestamp)
+        file(WRITE ${anotadas} "${ahora}")
+    endif()
+endfunction()
+
 # vastelo_reglas(<name> [libraries...]): the .cpp and .h of the current folder, not of those below it.
 function(vastelo_reglas name)
     file(GLOB fuentes CONFIGURE_DEPENDS *.cpp *.h)
@@ -37,6 +52,7 @@ function(vastelo_reglas name)
     target_include_directories(vastelo_${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
     target_link_libraries(vastelo_${name} PUBLIC vastelo_opciones Qt6::Core ${ARGN})
     target_precompile_headers(vastelo_${name} REUSE_FROM vastelo_pch_reglas)
+    vastelo_examinar(vastelo_${name} ${fuentes})
 endfunction()
 
 # vastelo_ventanas(<name> [libraries...]): the same for a folder of windows.
@@ -46,4 +62,5 @@ function(vastelo_ventanas name)
     target_include_directories(vastelo_${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
     target_link_libraries(vastelo_${name} PUBLIC vastelo_opciones Qt6::Core Qt6::Gui Qt6::Widgets ${ARGN})
     target_precompile_headers(vastelo_${name} REUSE_FROM vastelo_pch_ventanas)
+    vastelo_examinar(vastelo_${name} ${fuentes})
 endfunction()
