@@ -64,7 +64,8 @@ void agendas::construir()
 
     lista = new ui::Grilla(
         QStringLiteral("lista"),
-        QStringLiteral("|^Hora|<Paciente            |<Cobertura |<Teléfonos           |<Motivo   "
+        // At 1280 pixels arrival and attendance are seen without scrolling, also with a wide letter.
+        QStringLiteral("|^Hora|<Paciente         |<Cobertura|<Teléfonos         |<Motivo "
                        "|>Caja $   |>Saldo $  |^Llegó|^Atend.|<Observaciones"),
         this);
     derecha->addWidget(lista, 1);
