@@ -6,27 +6,18 @@
 #include "agenda/forms/agendanuevoturno.h"
 #include "agenda/forms/agendaobservacion.h"
 #include "agenda/forms/agendas.h"
+#include "ui/Registrar.h"
 
 namespace agenda {
 
-namespace {
-
-template <typename Form>
-void registrar(db::Entorno &entorno, ui::Ventanas &ventanas, const QString &nombre, ui::Modo modo)
-{
-    ventanas.registrar(nombre, modo, [&entorno, &ventanas] { return new Form(entorno, ventanas); });
-}
-
-} // namespace
-
 void registrarVentanas(db::Entorno &entorno, ui::Ventanas &ventanas)
 {
-    registrar<agendas>(entorno, ventanas, QStringLiteral("agendas"), ui::Modo::Marco);
-    registrar<agendahorarios>(entorno, ventanas, QStringLiteral("agendahorarios"), ui::Modo::Dialogo);
-    registrar<agendanuevoturno>(entorno, ventanas, QStringLiteral("agendanuevoturno"), ui::Modo::Dialogo);
-    registrar<agendamodifturno>(entorno, ventanas, QStringLiteral("agendamodifturno"), ui::Modo::Dialogo);
-    registrar<agendamotivo>(entorno, ventanas, QStringLiteral("agendamotivo"), ui::Modo::Dialogo);
-    registrar<agendaobservacion>(entorno, ventanas, QStringLiteral("agendaobservacion"), ui::Modo::Dialogo);
+    ui::registrar<agendas>(entorno, ventanas, QStringLiteral("agendas"), ui::Modo::Marco);
+    ui::registrar<agendahorarios>(entorno, ventanas, QStringLiteral("agendahorarios"), ui::Modo::Dialogo);
+    ui::registrar<agendanuevoturno>(entorno, ventanas, QStringLiteral("agendanuevoturno"), ui::Modo::Dialogo);
+    ui::registrar<agendamodifturno>(entorno, ventanas, QStringLiteral("agendamodifturno"), ui::Modo::Dialogo);
+    ui::registrar<agendamotivo>(entorno, ventanas, QStringLiteral("agendamotivo"), ui::Modo::Dialogo);
+    ui::registrar<agendaobservacion>(entorno, ventanas, QStringLiteral("agendaobservacion"), ui::Modo::Dialogo);
 }
 
 } // namespace agenda

@@ -2,15 +2,14 @@
 
 #include "patients/forms/elecpaci.h"
 #include "patients/forms/nuevopaci.h"
-#include "ui/Ventanas.h"
+#include "ui/Registrar.h"
 
 namespace patients {
 
 void registrarVentanas(db::Entorno &entorno, ui::Ventanas &ventanas)
 {
-    ventanas.registrar(QStringLiteral("elecpaci"), ui::Modo::Dialogo, [&] { return new elecpaci(entorno, ventanas); });
-    ventanas.registrar(
-        QStringLiteral("nuevopaci"), ui::Modo::Dialogo, [&] { return new nuevopaci(entorno, ventanas); });
+    ui::registrar<elecpaci>(entorno, ventanas, QStringLiteral("elecpaci"), ui::Modo::Dialogo);
+    ui::registrar<nuevopaci>(entorno, ventanas, QStringLiteral("nuevopaci"), ui::Modo::Dialogo);
 }
 
 } // namespace patients

@@ -1,0 +1,9 @@
+#include "maintenance/forms/Registro.h"
+
+#include "ui/Ventanas.h"
+
+namespace maintenance {
+
+void registrarVentanas(db::Entorno &, ui::Ventanas &) { }
+
+} // namespace maintenance

@@ -1,0 +1,9 @@
+#include "users/forms/Registro.h"
+
+#include "ui/Ventanas.h"
+
+namespace users {
+
+void registrarVentanas(db::Entorno &, ui::Ventanas &) { }
+
+} // namespace users
