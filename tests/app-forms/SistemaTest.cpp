@@ -12,6 +12,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMdiSubWindow>
 #include <QStatusBar>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -542,6 +543,21 @@ private slots:
         ingreso->hacer({});
         pulsar(QStringLiteral("mencaja"));
         QVERIFY(ventanas->buscar(QStringLiteral("caja")));
+    }
+
+    void laQueLlenaElLugarSigueLlenandolo()
+    {
+        preparar();
+        marco->show();
+        pulsar(QStringLiteral("mencaja"));
+        auto *area = marco->findChild<QMdiArea *>();
+        auto *suya = area->subWindowList().constFirst();
+        const QSize propia = suya->size();
+        marco->resize(1100, 700);
+        QCOMPARE(suya->size(), propia);
+        suya->resize(area->viewport()->size());
+        marco->resize(1000, 600);
+        QCOMPARE(suya->size(), area->viewport()->size());
     }
 
     void fondo_data()
