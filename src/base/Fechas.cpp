@@ -1,6 +1,7 @@
 #include "base/Fechas.h"
 
 #include "base/Mensajes.h"
+#include "base/Rechazo.h"
 
 #include <QRegularExpression>
 
@@ -59,12 +60,18 @@ QString fechaHoraTexto(const QDateTime &momento)
 
 QDate fechaDesconocida() { return {9999, 12, 31}; }
 
+Rechazo fechaInvalida(const QString &detalle)
+{
+    return {
+        QStringLiteral("ERROR en la fecha..."), QStringLiteral("El Formato de Fecha debe ser dd/mm/aaaa\n") + detalle};
+}
+
 bool verificarFecha(Mensajes &mensajes, QStringView texto, const QString &detalle)
 {
     if (leerFecha(texto))
         return true;
-    mensajes.fallar(
-        QStringLiteral("ERROR en la fecha..."), QStringLiteral("El Formato de Fecha debe ser dd/mm/aaaa\n") + detalle);
+    const Rechazo rechazo = fechaInvalida(detalle);
+    mensajes.mensaje(rechazo.titulo, rechazo.texto, rechazo.icono);
     return false;
 }
 

@@ -9,6 +9,7 @@
 namespace base {
 
 class Mensajes;
+struct Rechazo;
 
 /// Reads a date as a person types it, day first: "05/03/1980", "5/3/80", "5-3-1980", "5.3.80", "05031980". Two-digit
 /// years are read as Access did: 00-29 are 2000-2029, 30-99 are 1930-1999. Empty optional for anything else, also for a
@@ -27,8 +28,11 @@ class Mensajes;
 /// 31/12/9999, stored where a patient's birth date is unknown.
 [[nodiscard]] QDate fechaDesconocida();
 
-/// The system's date check: true when `texto` is a date; otherwise shows "El Formato de Fecha debe ser dd/mm/aaaa", a
-/// line break and `detalle`, titled "ERROR en la fecha...", and yields false.
+/// What the date check says of a text that is no date: "El Formato de Fecha debe ser dd/mm/aaaa", a line break and
+/// `detalle`, titled "ERROR en la fecha...".
+[[nodiscard]] Rechazo fechaInvalida(const QString &detalle);
+
+/// The system's date check: true when `texto` is a date; otherwise shows fechaInvalida() and yields false.
 [[nodiscard]] bool verificarFecha(Mensajes &mensajes, QStringView texto, const QString &detalle);
 
 /// The system's age text between two dates: "" when `hasta` is before `desde`, "12d" below 30 days, "20sem 3d" up to
