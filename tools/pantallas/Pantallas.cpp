@@ -199,10 +199,19 @@ std::function<void(Escena &)> deTurno(const QString &boton)
     };
 }
 
+/// A window that opens over the frame without a button of its own in every practice.
+std::function<void(Escena &)> sobreElMarco(const QString &nombre)
+{
+    return [nombre](Escena &e) { e.ventanas().abrir(nombre, {}, &e.marco()); };
+}
+
 const std::vector<Pantalla> &lista()
 {
     static const std::vector<Pantalla> todas{
         {QStringLiteral("sistema"), [](Escena &) {}},
+        {QStringLiteral("acceso"), sobreElMarco(QStringLiteral("acceso"))},
+        {QStringLiteral("acceso2"), [](Escena &e) { e.pulsar({}, QStringLiteral("menusuario")); }},
+        {QStringLiteral("usuariosadmin"), sobreElMarco(QStringLiteral("usuariosadmin"))},
         {agendas, [](Escena &e) { e.abrirAgenda(taken); }},
         {booking, reservar},
         {QStringLiteral("agendahorarios"),
