@@ -164,6 +164,29 @@ void darDeAlta(Escena &e)
         cobertura->setCurrentIndex(qMin(2, cobertura->count() - 1));
 }
 
+const QString mantenimiento = QStringLiteral("mantenimiento");
+const QString coberturaDeMuestra
+    = QStringLiteral("PAMI - Instituto Nacional de Servicios Sociales para Jubilados y Pensionados");
+
+std::function<void(Escena &)> mantener(const QString &lista, const QString &entrada)
+{
+    return [lista, entrada](Escena &e) {
+        e.pulsar({}, QStringLiteral("menmantenimiento"));
+        e.escribir(mantenimiento, QStringLiteral("buscarlista"), lista);
+        asentar();
+        e.escribir(mantenimiento, QStringLiteral("buscarlista"), {});
+        e.elegir(mantenimiento, QStringLiteral("entradas"), 0, entrada);
+    };
+}
+
+void mantenerDesdeElAlta(Escena &e)
+{
+    darDeAlta(e);
+    if (auto *cobertura = e.control<QComboBox>(alta, QStringLiteral("coberturar")))
+        cobertura->setEditText(QStringLiteral("Mutual del Personal Jerárquico"));
+    e.pulsar(alta, QStringLiteral("listacoberturar"));
+}
+
 std::function<void(Escena &)> deTurno(const QString &boton)
 {
     return [boton](Escena &e) {
@@ -188,6 +211,14 @@ const std::vector<Pantalla> &lista()
         {QStringLiteral("agendaobservacion"), deTurno(QStringLiteral("modifobservacion"))},
         {chooser, elegirPaciente},
         {alta, darDeAlta},
+        {mantenimiento, mantener(QStringLiteral("cobertura"), coberturaDeMuestra)},
+        {QStringLiteral("mantenimiento-vacunas"), mantener(QStringLiteral("vacuna"), QStringLiteral("Varicela"))},
+        {QStringLiteral("listareemplazo"),
+         [](Escena &e) {
+             mantener(QStringLiteral("cobertura"), coberturaDeMuestra)(e);
+             e.pulsar(mantenimiento, QStringLiteral("reemplazar"));
+         }},
+        {QStringLiteral("listamantenimiento"), mantenerDesdeElAlta},
         {QStringLiteral("mensaje-eliminar"),
          [](Escena &e) { e.abrirAgenda(taken); },
          [](Escena &e, base::Mensajes &) { e.pulsar(agendas, QStringLiteral("liberar")); }},
