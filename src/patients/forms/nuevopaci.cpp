@@ -3,6 +3,7 @@
 #include "db/Connection.h"
 #include "db/Entorno.h"
 #include "patients/Numeracion.h"
+#include "ui/BotonLista.h"
 #include "ui/Botones.h"
 #include "ui/ListaCombo.h"
 
@@ -11,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QToolButton>
 
 namespace patients {
 
@@ -51,7 +53,13 @@ nuevopaci::nuevopaci(db::Entorno &entorno, ui::Ventanas &ventanas)
     m_campos->addRow(tr("&Nombres:"), nombresr);
     m_campos->addRow(tr("&Doc. Identidad:"), dnir);
     m_campos->addRow(tr("&Teléfono:"), telparr);
-    m_campos->addRow(tr("C&obertura:"), coberturar);
+    listacoberturar
+        = ui::botonLista(*this, ventanas, *coberturar, QStringLiteral("Lista Coberturas"), tr("Coberturas Médicas"));
+    auto *cobertura = new QHBoxLayout;
+    cobertura->addWidget(coberturar, 1);
+    cobertura->addWidget(listacoberturar);
+    m_campos->addRow(tr("C&obertura:"), cobertura);
+    qobject_cast<QLabel *>(m_campos->labelForField(cobertura))->setBuddy(coberturar); // a layout carries none
     m_campos->addRow(tr("Do&micilio:"), domicilior);
     m_campos->addRow(tr("&Email:"), emailr);
     m_campos->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -98,14 +106,12 @@ void nuevopaci::refrescar()
     numehistoria->setVisible(!numero.isEmpty());
     m_campos->labelForField(numehistoria)->setVisible(!numero.isEmpty());
 
-    const int elegida = ui::idElegido(*coberturar);
     ui::cargarLista(
         *coberturar,
         conexion(),
         QStringLiteral("Lista Coberturas"),
         QStringLiteral("nombre"),
         {{tr("<Sin indicar>"), 0}});
-    ui::elegirId(*coberturar, elegida);
 }
 
 bool nuevopaci::hayCambios() const { return m_preparada && !m_descartar && leer() != m_inicial; }

@@ -8,6 +8,7 @@ class QFormLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
+class QToolButton;
 
 namespace patients {
 
@@ -31,6 +32,7 @@ public:
     QLineEdit *dnir;
     QLineEdit *telparr;
     QComboBox *coberturar;
+    QToolButton *listacoberturar;
     QLineEdit *domicilior;
     QLineEdit *emailr;
     QPushButton *guardar;
