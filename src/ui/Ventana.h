@@ -47,6 +47,8 @@ public:
     void actualizar();
     /// Asks for a file and writes all rows of a grid to it as CSV.
     void exportar(const Grilla &grilla);
+    /// Runs an action; a db::Error is shown ("ERROR...") and yields false.
+    bool intentar(const std::function<void()> &accion);
 
 signals:
     void terminada(const QVariantMap &resultado);
@@ -59,8 +61,6 @@ protected:
     [[nodiscard]] db::Connection &conexion() const;
     [[nodiscard]] const QVariantMap &datos() const { return m_pedido.datos; }
 
-    /// Runs an action; a db::Error is shown ("ERROR...") and yields false.
-    bool intentar(const std::function<void()> &accion);
     /// Connects a button's click to an action run by intentar().
     void alPulsar(QAbstractButton *boton, const std::function<void()> &accion);
     /// Enter in one of those fields (in any field, when none is given) presses this button.

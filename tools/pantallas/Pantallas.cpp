@@ -191,6 +191,29 @@ void darDeAltaAmplia(Escena &e)
         QApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
+const QString mantenimiento = QStringLiteral("mantenimiento");
+const QString coberturaDeMuestra
+    = QStringLiteral("PAMI - Instituto Nacional de Servicios Sociales para Jubilados y Pensionados");
+
+std::function<void(Escena &)> mantener(const QString &lista, const QString &entrada)
+{
+    return [lista, entrada](Escena &e) {
+        e.pulsar({}, QStringLiteral("menmantenimiento"));
+        e.escribir(mantenimiento, QStringLiteral("buscarlista"), lista);
+        asentar();
+        e.escribir(mantenimiento, QStringLiteral("buscarlista"), {});
+        e.elegir(mantenimiento, QStringLiteral("entradas"), 0, entrada);
+    };
+}
+
+void mantenerDesdeElAlta(Escena &e)
+{
+    darDeAlta(e);
+    if (auto *cobertura = e.control<QComboBox>(alta, QStringLiteral("coberturar")))
+        cobertura->setEditText(QStringLiteral("Mutual del Personal Jerárquico"));
+    e.pulsar(alta, QStringLiteral("listacoberturar"));
+}
+
 std::function<void(Escena &)> deTurno(const QString &boton)
 {
     return [boton](Escena &e) {
@@ -205,8 +228,7 @@ std::function<void(Escena &)> sobreElMarco(const QString &nombre)
     return [nombre](Escena &e) { e.ventanas().abrir(nombre, {}, &e.marco()); };
 }
 
-const std::vector<Pantalla> &lista()
-{
+const std::vector<Pantalla> &lista(){
     static const std::vector<Pantalla> todas{
         {QStringLiteral("sistema"), [](Escena &) {}},
         {QStringLiteral("acceso"), sobreElMarco(QStringLiteral("acceso"))},
@@ -225,24 +247,33 @@ const std::vector<Pantalla> &lista()
         {chooser, elegirPaciente},
         {alta, darDeAlta},
         {QStringLiteral("nuevopaci-amplio"), darDeAltaAmplia},
-        {QStringLiteral("mensaje-eliminar"),
-         [](Escena &e) { e.abrirAgenda(taken); },
-         [](Escena &e, base::Mensajes &) { e.pulsar(agendas, QStringLiteral("liberar")); }},
-        {QStringLiteral("mensaje-sin-base"),
-         [](Escena &) {},
-         [](Escena &e, base::Mensajes &) { e.pulsar({}, QStringLiteral("menagendas")); },
-         false},
-        {QStringLiteral("mensaje-base-daniada"),
-         [](Escena &) {},
-         [](Escena &, base::Mensajes &mensajes) {
-             db::avisarBaseDaniada(
-                 mensajes,
-                 db::Error(
-                     db::Error::Kind::Corrupt, 11, QStringLiteral("El archivo de la base de datos está dañado.")));
-         },
-         false},
-    };
-    return todas;
+    }
+
+    {mantenimiento, mantener(QStringLiteral("cobertura"), coberturaDeMuestra)},
+    {QStringLiteral("mantenimiento-vacunas"), mantener(QStringLiteral("vacuna"), QStringLiteral("Varicela"))},
+    {QStringLiteral("listareemplazo"),
+     [](Escena &e) {
+         mantener(QStringLiteral("cobertura"), coberturaDeMuestra)(e);
+         e.pulsar(mantenimiento, QStringLiteral("reemplazar"));
+     }},
+    {QStringLiteral("listamantenimiento"), mantenerDesdeElAlta},
+    {QStringLiteral("mensaje-eliminar"),
+     [](Escena &e) { e.abrirAgenda(taken); },
+     [](Escena &e, base::Mensajes &) { e.pulsar(agendas, QStringLiteral("liberar")); }},
+    {QStringLiteral("mensaje-sin-base"),
+     [](Escena &) {},
+     [](Escena &e, base::Mensajes &) { e.pulsar({}, QStringLiteral("menagendas")); },
+     false},
+    {QStringLiteral("mensaje-base-daniada"),
+     [](Escena &) {},
+     [](Escena &, base::Mensajes &mensajes) {
+         db::avisarBaseDaniada(
+             mensajes,
+             db::Error(db::Error::Kind::Corrupt, 11, QStringLiteral("El archivo de la base de datos está dañado.")));
+     },
+     false},
+};
+return todas;
 }
 
 /// Runs something that ends up in a message box, and takes the picture while it waits for its answer.
