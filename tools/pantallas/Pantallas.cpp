@@ -228,7 +228,8 @@ std::function<void(Escena &)> sobreElMarco(const QString &nombre)
     return [nombre](Escena &e) { e.ventanas().abrir(nombre, {}, &e.marco()); };
 }
 
-const std::vector<Pantalla> &lista(){
+const std::vector<Pantalla> &lista()
+{
     static const std::vector<Pantalla> todas{
         {QStringLiteral("sistema"), [](Escena &) {}},
         {QStringLiteral("acceso"), sobreElMarco(QStringLiteral("acceso"))},
@@ -247,33 +248,32 @@ const std::vector<Pantalla> &lista(){
         {chooser, elegirPaciente},
         {alta, darDeAlta},
         {QStringLiteral("nuevopaci-amplio"), darDeAltaAmplia},
-    }
-
-    {mantenimiento, mantener(QStringLiteral("cobertura"), coberturaDeMuestra)},
-    {QStringLiteral("mantenimiento-vacunas"), mantener(QStringLiteral("vacuna"), QStringLiteral("Varicela"))},
-    {QStringLiteral("listareemplazo"),
-     [](Escena &e) {
-         mantener(QStringLiteral("cobertura"), coberturaDeMuestra)(e);
-         e.pulsar(mantenimiento, QStringLiteral("reemplazar"));
-     }},
-    {QStringLiteral("listamantenimiento"), mantenerDesdeElAlta},
-    {QStringLiteral("mensaje-eliminar"),
-     [](Escena &e) { e.abrirAgenda(taken); },
-     [](Escena &e, base::Mensajes &) { e.pulsar(agendas, QStringLiteral("liberar")); }},
-    {QStringLiteral("mensaje-sin-base"),
-     [](Escena &) {},
-     [](Escena &e, base::Mensajes &) { e.pulsar({}, QStringLiteral("menagendas")); },
-     false},
-    {QStringLiteral("mensaje-base-daniada"),
-     [](Escena &) {},
-     [](Escena &, base::Mensajes &mensajes) {
-         db::avisarBaseDaniada(
-             mensajes,
-             db::Error(db::Error::Kind::Corrupt, 11, QStringLiteral("El archivo de la base de datos está dañado.")));
-     },
-     false},
-};
-return todas;
+        {mantenimiento, mantener(QStringLiteral("cobertura"), coberturaDeMuestra)},
+        {QStringLiteral("mantenimiento-vacunas"), mantener(QStringLiteral("vacuna"), QStringLiteral("Varicela"))},
+        {QStringLiteral("listareemplazo"),
+         [](Escena &e) {
+             mantener(QStringLiteral("cobertura"), coberturaDeMuestra)(e);
+             e.pulsar(mantenimiento, QStringLiteral("reemplazar"));
+         }},
+        {QStringLiteral("listamantenimiento"), mantenerDesdeElAlta},
+        {QStringLiteral("mensaje-eliminar"),
+         [](Escena &e) { e.abrirAgenda(taken); },
+         [](Escena &e, base::Mensajes &) { e.pulsar(agendas, QStringLiteral("liberar")); }},
+        {QStringLiteral("mensaje-sin-base"),
+         [](Escena &) {},
+         [](Escena &e, base::Mensajes &) { e.pulsar({}, QStringLiteral("menagendas")); },
+         false},
+        {QStringLiteral("mensaje-base-daniada"),
+         [](Escena &) {},
+         [](Escena &, base::Mensajes &mensajes) {
+             db::avisarBaseDaniada(
+                 mensajes,
+                 db::Error(
+                     db::Error::Kind::Corrupt, 11, QStringLiteral("El archivo de la base de datos está dañado.")));
+         },
+         false},
+    };
+    return todas;
 }
 
 /// Runs something that ends up in a message box, and takes the picture while it waits for its answer.
