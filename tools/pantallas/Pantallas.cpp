@@ -19,7 +19,9 @@
 #include <QDir>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPlainTextEdit>
+#include <QTabWidget>
 #include <QTimer>
 
 namespace pantallas {
@@ -120,6 +122,7 @@ struct Pantalla {
 const QString agendas = QStringLiteral("agendas");
 const QString booking = QStringLiteral("agendanuevoturno");
 const QString chooser = QStringLiteral("elecpaci");
+const QString medicos = QStringLiteral("medicos");
 const QString alta = QStringLiteral("nuevopaci");
 const QString taken = QStringLiteral("11:20"); ///< arrived and waiting, with an extra appointment
 const QString libre = QStringLiteral("16:20");
@@ -178,6 +181,18 @@ std::function<void(Escena &)> sobreElMarco(const QString &nombre)
     return [nombre](Escena &e) { e.ventanas().abrir(nombre, {}, &e.marco()); };
 }
 
+/// The secretary, on one of the pages of her settings.
+std::function<void(Escena &)> usuarioEn(int solapa)
+{
+    return [solapa](Escena &e) {
+        sobreElMarco(medicos)(e);
+        if (auto *usuarios = e.control<QListWidget>(medicos, QStringLiteral("lisusuarios")))
+            usuarios->setCurrentRow(usuarios->count() - 1);
+        if (auto *solapas = e.control<QTabWidget>(medicos, QStringLiteral("solapas")))
+            solapas->setCurrentIndex(solapa);
+    };
+}
+
 const std::vector<Pantalla> &lista()
 {
     static const std::vector<Pantalla> todas{
@@ -185,6 +200,10 @@ const std::vector<Pantalla> &lista()
         {QStringLiteral("acceso"), sobreElMarco(QStringLiteral("acceso"))},
         {QStringLiteral("acceso2"), [](Escena &e) { e.pulsar({}, QStringLiteral("menusuario")); }},
         {QStringLiteral("usuariosadmin"), sobreElMarco(QStringLiteral("usuariosadmin"))},
+        {medicos, sobreElMarco(medicos)},
+        {QStringLiteral("medicos-acceso"), usuarioEn(1)},
+        {QStringLiteral("medicos-permisos"), usuarioEn(2)},
+        {QStringLiteral("medicos-opciones"), usuarioEn(3)},
         {agendas, [](Escena &e) { e.abrirAgenda(taken); }},
         {booking, reservar},
         {QStringLiteral("agendahorarios"),
