@@ -47,6 +47,8 @@ public:
     void actualizar();
     /// Asks for a file and writes all rows of a grid to it as CSV.
     void exportar(const Grilla &grilla);
+    /// Runs an action; a db::Error is shown ("ERROR...") and yields false.
+    bool intentar(const std::function<void()> &accion);
 
 signals:
     void terminada(const QVariantMap &resultado);
@@ -59,14 +61,14 @@ protected:
     [[nodiscard]] db::Connection &conexion() const;
     [[nodiscard]] const QVariantMap &datos() const { return m_pedido.datos; }
 
-    /// Runs an action; a db::Error is shown ("ERROR...") and yields false.
-    bool intentar(const std::function<void()> &accion);
     /// Connects a button's click to an action run by intentar().
     void alPulsar(QAbstractButton *boton, const std::function<void()> &accion);
     /// Enter in one of those fields (in any field, when none is given) presses this button.
     void setEnter(QAbstractButton *boton, const QList<QWidget *> &campos = {});
     /// Shows a refusal and puts the focus on its field; true when there was nothing to refuse.
     bool aceptado(const base::Control &control);
+    /// Fits a dialog's size to its content after parts of it came or went, keeping it whole on the screen.
+    void reacomodar();
     /// Closes without asking and hands the result to who asked.
     void terminar(const QVariantMap &resultado);
 

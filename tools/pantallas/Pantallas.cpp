@@ -1,238 +1,25 @@
 #include "Pantallas.h"
 
 #include "Camara.h"
-#include "Consultorio.h"
-#include "app/forms/Composicion.h"
-#include "app/forms/sistema.h"
-#include "db/Error.h"
-#include "db/Verificacion.h"
-#include "ui/Grilla.h"
+#include "Escenas.h"
 #include "ui/MensajesQt.h"
-#include "ui/Ventana.h"
-#include "ui/Ventanas.h"
 
-#include <QAbstractButton>
 #include <QApplication>
-#include <QComboBox>
-#include <QCursor>
 #include <QDialog>
 #include <QDir>
-#include <QKeyEvent>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QPlainTextEdit>
-#include <QTabWidget>
 #include <QTimer>
 
 namespace pantallas {
 
 namespace {
 
-/// The program as one picture needs it, driven as a person would: by the names of the controls.
-class Escena
+std::vector<Pantalla> lista()
 {
-public:
-    explicit Escena(Consultorio &consultorio)
-        : m_consultorio(consultorio)
-    {
-        app::registrarVentanas(consultorio, m_ventanas);
-        m_marco = std::make_unique<app::sistema>(consultorio, consultorio, m_ventanas);
-        m_marco->setGeometry(0, 0, 1280, 800);
-        QCursor::setPos(700, 799); // over nothing that would light up
-        m_marco->show();
-        m_marco->activateWindow();
-        asentar();
-    }
-
-    [[nodiscard]] Consultorio &consultorio() { return m_consultorio; }
-    [[nodiscard]] ui::Ventanas &ventanas() { return m_ventanas; }
-    [[nodiscard]] QWidget &marco() { return *m_marco; }
-    [[nodiscard]] const QStringList &problemas() const { return m_problemas; }
-
-    /// A control of an open window; of the frame, when `ventana` is empty. Null and a problem when there is none.
-    template <typename Control = QWidget>
-    Control *control(const QString &ventana, const QString &nombre)
-    {
-        QWidget *donde = ventana.isEmpty() ? m_marco.get() : static_cast<QWidget *>(m_ventanas.buscar(ventana));
-        auto *suyo = donde ? donde->findChild<Control *>(nombre) : nullptr;
-        if (!suyo)
-            m_problemas << QStringLiteral("no hay %1 en %2").arg(nombre, ventana);
-        return suyo;
-    }
-    void pulsar(const QString &ventana, const QString &nombre)
-    {
-        auto *boton = control<QAbstractButton>(ventana, nombre);
-        if (boton && !boton->isEnabled())
-            m_problemas << QStringLiteral("%1 de %2 no se puede pulsar").arg(nombre, ventana);
-        else if (boton)
-            boton->click();
-        asentar();
-    }
-    void escribir(const QString &ventana, const QString &nombre, const QString &texto)
-    {
-        if (auto *campo = control<QLineEdit>(ventana, nombre)) {
-            campo->setFocus();
-            campo->setText(texto);
-        }
-    }
-    void tecla(const QString &ventana, const QString &nombre, Qt::Key cual)
-    {
-        if (auto *campo = control(ventana, nombre)) {
-            QKeyEvent abajo(QEvent::KeyPress, cual, Qt::NoModifier);
-            QApplication::sendEvent(campo, &abajo);
-        }
-        asentar();
-    }
-    /// Chooses the row of a list whose cell reads so.
-    void elegir(const QString &ventana, const QString &nombre, int columna, const QString &texto)
-    {
-        auto *grilla = control<ui::Grilla>(ventana, nombre);
-        if (!grilla)
-            return;
-        for (int fila = 0; fila < grilla->modelo().rowCount(); ++fila)
-            if (grilla->modelo().index(fila, columna).data().toString() == texto) {
-                grilla->elegirFila(fila);
-                asentar();
-                return;
-            }
-        m_problemas << QStringLiteral("no hay %1 en %2 de %3").arg(texto, nombre, ventana);
-    }
-
-    void abrirAgenda(const QString &hora)
-    {
-        pulsar({}, QStringLiteral("menagendas"));
-        elegir(QStringLiteral("agendas"), QStringLiteral("lista"), 0, hora);
-    }
-
-private:
-    Consultorio &m_consultorio;
-    ui::Ventanas m_ventanas;
-    std::unique_ptr<app::sistema> m_marco;
-    QStringList m_problemas;
-};
-
-struct Pantalla {
-    QString archivo; ///< without its ending
-    std::function<void(Escena &)> preparar;
-    /// What the picture is taken during: a message box, which returns when it is closed. Null: preparar() is enough.
-    std::function<void(Escena &, base::Mensajes &)> decir = {};
-    bool conBase = true; ///< whether the program has found its database
-};
-
-const QString agendas = QStringLiteral("agendas");
-const QString booking = QStringLiteral("agendanuevoturno");
-const QString chooser = QStringLiteral("elecpaci");
-const QString medicos = QStringLiteral("medicos");
-const QString alta = QStringLiteral("nuevopaci");
-const QString taken = QStringLiteral("11:20"); ///< arrived and waiting, with an extra appointment
-const QString libre = QStringLiteral("16:20");
-
-void elegirPaciente(Escena &e)
-{
-    e.pulsar({}, QStringLiteral("menpacientes"));
-    e.escribir(chooser, QStringLiteral("apellidoredu"), QStringLiteral("gar"));
-    e.tecla(chooser, QStringLiteral("apellidoredu"), Qt::Key_Return);
-}
-
-void reservar(Escena &e)
-{
-    e.abrirAgenda(libre);
-    e.pulsar(agendas, QStringLiteral("nuevo"));
-    e.pulsar(booking, QStringLiteral("elegirpaciente"));
-    e.escribir(chooser, QStringLiteral("apellidoredu"), QStringLiteral("fern"));
-    e.tecla(chooser, QStringLiteral("apellidoredu"), Qt::Key_Return);
-    if (auto *lista = e.control<ui::Grilla>(chooser, QStringLiteral("listapaci")))
-        lista->elegirFila(0);
-    e.pulsar(chooser, QStringLiteral("aceptar"));
-    if (auto *motivo = e.control<QComboBox>(booking, QStringLiteral("motivo")))
-        motivo->setCurrentText(QStringLiteral("Control de salud"));
-    if (auto *texto = e.control<QPlainTextEdit>(booking, QStringLiteral("observacionestur")))
-        texto->setPlainText(QStringLiteral("Primera vez. Trae estudios."));
-}
-
-void darDeAlta(Escena &e)
-{
-    e.pulsar({}, QStringLiteral("menpacientes"));
-    e.pulsar(chooser, QStringLiteral("nuevo"));
-    const std::pair<QString, QString> datos[]
-        = {{QStringLiteral("apellidor"), QStringLiteral("Giménez")},
-           {QStringLiteral("nombresr"), QStringLiteral("Marta Elena")},
-           {QStringLiteral("dnir"), QStringLiteral("24518903")},
-           {QStringLiteral("telparr"), QStringLiteral("0341 155512345")},
-           {QStringLiteral("domicilior"), QStringLiteral("San Martín 1450")},
-           {QStringLiteral("emailr"), QStringLiteral("marta@ejemplo.com.ar")}};
-    for (const auto &[campo, texto] : datos)
-        e.escribir(alta, campo, texto);
-    if (auto *cobertura = e.control<QComboBox>(alta, QStringLiteral("coberturar")))
-        cobertura->setCurrentIndex(qMin(2, cobertura->count() - 1));
-}
-
-std::function<void(Escena &)> deTurno(const QString &boton)
-{
-    return [boton](Escena &e) {
-        e.abrirAgenda(taken);
-        e.pulsar(agendas, boton);
-    };
-}
-
-/// A window that opens over the frame without a button of its own in every practice.
-std::function<void(Escena &)> sobreElMarco(const QString &nombre)
-{
-    return [nombre](Escena &e) { e.ventanas().abrir(nombre, {}, &e.marco()); };
-}
-
-/// The secretary, on one of the pages of her settings.
-std::function<void(Escena &)> usuarioEn(int solapa)
-{
-    return [solapa](Escena &e) {
-        sobreElMarco(medicos)(e);
-        if (auto *usuarios = e.control<QListWidget>(medicos, QStringLiteral("lisusuarios")))
-            usuarios->setCurrentRow(usuarios->count() - 1);
-        if (auto *solapas = e.control<QTabWidget>(medicos, QStringLiteral("solapas")))
-            solapas->setCurrentIndex(solapa);
-    };
-}
-
-const std::vector<Pantalla> &lista()
-{
-    static const std::vector<Pantalla> todas{
-        {QStringLiteral("sistema"), [](Escena &) {}},
-        {QStringLiteral("acceso"), sobreElMarco(QStringLiteral("acceso"))},
-        {QStringLiteral("acceso2"), [](Escena &e) { e.pulsar({}, QStringLiteral("menusuario")); }},
-        {QStringLiteral("usuariosadmin"), sobreElMarco(QStringLiteral("usuariosadmin"))},
-        {medicos, sobreElMarco(medicos)},
-        {QStringLiteral("medicos-acceso"), usuarioEn(1)},
-        {QStringLiteral("medicos-permisos"), usuarioEn(2)},
-        {QStringLiteral("medicos-opciones"), usuarioEn(3)},
-        {agendas, [](Escena &e) { e.abrirAgenda(taken); }},
-        {booking, reservar},
-        {QStringLiteral("agendahorarios"),
-         [](Escena &e) {
-             e.abrirAgenda(taken);
-             e.pulsar(agendas, QStringLiteral("horarios"));
-         }},
-        {QStringLiteral("agendamodifturno"), deTurno(QStringLiteral("modifhora"))},
-        {QStringLiteral("agendamotivo"), deTurno(QStringLiteral("modifmoticonsul"))},
-        {QStringLiteral("agendaobservacion"), deTurno(QStringLiteral("modifobservacion"))},
-        {chooser, elegirPaciente},
-        {alta, darDeAlta},
-        {QStringLiteral("mensaje-eliminar"),
-         [](Escena &e) { e.abrirAgenda(taken); },
-         [](Escena &e, base::Mensajes &) { e.pulsar(agendas, QStringLiteral("liberar")); }},
-        {QStringLiteral("mensaje-sin-base"),
-         [](Escena &) {},
-         [](Escena &e, base::Mensajes &) { e.pulsar({}, QStringLiteral("menagendas")); },
-         false},
-        {QStringLiteral("mensaje-base-daniada"),
-         [](Escena &) {},
-         [](Escena &, base::Mensajes &mensajes) {
-             db::avisarBaseDaniada(
-                 mensajes,
-                 db::Error(
-                     db::Error::Kind::Corrupt, 11, QStringLiteral("El archivo de la base de datos está dañado.")));
-         },
-         false},
-    };
+    std::vector<Pantalla> todas;
+    for (const auto &escenas :
+         {escenasDeSistema, escenasDeUsuarios, escenasDeAgenda, escenasDePacientes, escenasDeMantenimiento})
+        for (Pantalla &pantalla : escenas())
+            todas.push_back(std::move(pantalla));
     return todas;
 }
 
