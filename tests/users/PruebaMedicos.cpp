@@ -119,6 +119,8 @@ private slots:
         pulsar(v, v->guardar);
         QVERIFY(v->claveusuario->isVisible() && v->claveusuario->hasFocus()); // its page came forward
         QTest::keyClicks(v->claveusuario, "Lobo");
+        QTest::keyClick(v->claveusuario, Qt::Key_Return); // not to the button that takes a password away
+        QVERIFY(campo<QCheckBox>(v, "administrador")->hasFocus());
         pulsar(v, v->guardar);
 
         QCOMPARE(elegido(v), QString("Zoé"));

@@ -170,8 +170,10 @@ void medicos::agregarFila(QFormLayout &filas, const ui::Campo &declarado, QWidge
     fila->setSpacing(ui::espacio);
     const bool angosto = control->maximumWidth() < QWIDGETSIZE_MAX;
     fila->addWidget(control, angosto ? 1 : 0); // as wide as it may be
-    if (alLado)
+    if (alLado) {
         fila->addWidget(alLado);
+        setTabOrder(control, alLado);
+    }
     if (esMarca || angosto)
         fila->addStretch(0);
     auto *rotulo = new QLabel(esMarca ? QString() : declarado.etiqueta, this);
@@ -230,6 +232,8 @@ QWidget *medicos::solapaAcceso()
         *filas,
         campo::bandera(QStringLiteral("administrador"), tr("Administrador del sistema")),
         botonAyuda(QStringLiteral("ayudaadministrador"), informacion, sobreAdministrador()));
+    // Enter moves on from a new password: not to the button that would take it away.
+    setTabOrder(claveusuario, m_campos->control(QStringLiteral("administrador")));
     return solapa;
 }
 
