@@ -16,7 +16,8 @@ namespace {
 std::vector<Pantalla> lista()
 {
     std::vector<Pantalla> todas;
-    for (const auto &escenas : {escenasDeSistema, escenasDeAgenda, escenasDePacientes, escenasDeMantenimiento})
+    for (const auto &escenas :
+         {escenasDeSistema, escenasDeUsuarios, escenasDeAgenda, escenasDePacientes, escenasDeMantenimiento})
         for (Pantalla &pantalla : escenas())
             todas.push_back(std::move(pantalla));
     return todas;
