@@ -122,6 +122,7 @@ void Ventanas::refrescar(const QStringList &nombres)
         if (ventana && (nombres.isEmpty() || nombres.contains(nombre)))
             ventana->actualizar();
     }
+    emit refrescoPedido(nombres);
 }
 
 bool Ventanas::cerrarTodas()

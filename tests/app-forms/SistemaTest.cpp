@@ -387,6 +387,26 @@ private slots:
         marco->show();
         QCOMPARE(marco->findChild<app::AreaFondo *>()->tieneFondo(), seVe);
     }
+
+    void configuracionNueva()
+    {
+        preparar();
+        marco->show();
+        QImage imagen(40, 20, QImage::Format_RGB32);
+        imagen.fill(Qt::darkGreen);
+        QVERIFY(QDir(base->carpetaPrograma()).mkpath(QStringLiteral("Imagenes")));
+        QVERIFY(imagen.save(base->carpetaPrograma() + "/Imagenes/fondoaplicacion", "PNG"));
+        base->conexion().execute(QStringLiteral("UPDATE [Config] SET fondoaplicacion = -1"));
+        base->delEquipo.segundosMensajes = 7;
+        ventanas->refrescar({QStringLiteral("caja")});
+        QCOMPARE(marco->tiempo->interval(), 30'000);
+        ventanas->refrescar();
+        QCOMPARE(marco->tiempo->interval(), 7'000);
+        QVERIFY(marco->findChild<app::AreaFondo *>()->tieneFondo());
+        base->conexion().execute(QStringLiteral("UPDATE [Config] SET fondoaplicacion = 0"));
+        ventanas->refrescar({QStringLiteral("sistema")});
+        QVERIFY(!marco->findChild<app::AreaFondo *>()->tieneFondo());
+    }
 };
 
 PRUEBA(SistemaTest)
