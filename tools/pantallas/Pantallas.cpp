@@ -19,6 +19,7 @@
 #include <QDir>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPlainTextEdit>
 #include <QTimer>
 
@@ -164,6 +165,18 @@ void darDeAlta(Escena &e)
         cobertura->setCurrentIndex(qMin(2, cobertura->count() - 1));
 }
 
+/// A page of the settings by its place in the list of groups.
+std::function<void(Escena &)> deConfiguracion(int grupo)
+{
+    return [grupo](Escena &e) {
+        e.pulsar({}, QStringLiteral("menconfiguracion"));
+        if (auto *grupos = e.control<QListWidget>(QStringLiteral("configuracion"), QStringLiteral("grupos"))) {
+            grupos->setCurrentRow(grupo);
+            grupos->setFocus();
+        }
+    };
+}
+
 std::function<void(Escena &)> deTurno(const QString &boton)
 {
     return [boton](Escena &e) {
@@ -188,6 +201,12 @@ const std::vector<Pantalla> &lista()
         {QStringLiteral("agendaobservacion"), deTurno(QStringLiteral("modifobservacion"))},
         {chooser, elegirPaciente},
         {alta, darDeAlta},
+        {QStringLiteral("configuracion"), deConfiguracion(0)},
+        {QStringLiteral("configuracion-numeracion"), deConfiguracion(1)},
+        {QStringLiteral("configuracion-agenda"), deConfiguracion(2)},
+        {QStringLiteral("configuracion-sistema"), deConfiguracion(6)},
+        {QStringLiteral("configuracion-copias"), deConfiguracion(7)},
+        {QStringLiteral("configuracion-usuarios"), deConfiguracion(9)},
         {QStringLiteral("mensaje-eliminar"),
          [](Escena &e) { e.abrirAgenda(taken); },
          [](Escena &e, base::Mensajes &) { e.pulsar(agendas, QStringLiteral("liberar")); }},
