@@ -2,6 +2,7 @@
 
 #include "agenda/Textos.h"
 #include "base/Fechas.h"
+#include "db/Config.h"
 #include "db/Entorno.h"
 #include "db/Recordset.h"
 
@@ -97,6 +98,17 @@ std::optional<Plantilla> elegirPlantilla(db::Connection &conexion, int iddoctor,
     if (filas.isEmpty())
         return std::nullopt;
     return deFila(filas);
+}
+
+Plantilla plantillaNueva(db::Connection &conexion, int iddoctor)
+{
+    Plantilla p;
+    p.iddoctor = iddoctor;
+    const db::Config config(conexion);
+    for (size_t d = 1; d < p.dias.size(); ++d)
+        if (const int duracion = config.numero(columnaDuracion(d)); duracion > 0)
+            p.dias[d].duracion = duracion;
+    return p;
 }
 
 std::optional<Plantilla> leerPlantilla(db::Connection &conexion, int id)

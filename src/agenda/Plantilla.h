@@ -63,6 +63,8 @@ struct PlantillaListada {
 
 /// The newest template (highest `id`) whose range holds the date.
 [[nodiscard]] std::optional<Plantilla> elegirPlantilla(db::Connection &conexion, int iddoctor, QDate fecha);
+/// What the editor begins a new one with: no hours, and from Monday to Saturday the slot lengths that the practice set.
+[[nodiscard]] Plantilla plantillaNueva(db::Connection &conexion, int iddoctor);
 [[nodiscard]] std::optional<Plantilla> leerPlantilla(db::Connection &conexion, int id);
 [[nodiscard]] QVector<PlantillaListada> listarPlantillas(db::Connection &conexion, int iddoctor);
 [[nodiscard]] AjustesSobreturno ajustesSobreturno(db::Connection &conexion, int iddoctor, QDate fecha);

@@ -23,10 +23,14 @@ base::Control controlar(db::Entorno &entorno, const BotonMenu &boton, bool conPu
     return db::controlarDerecho(entorno, conPuerta ? QStringView() : boton.derecho);
 }
 
-Apertura
-abrirYAnotar(db::Entorno &entorno, const VentanasDelMenu &ventanas, const QString &ventana, const QString &accion)
+Apertura abrirYAnotar(
+    db::Entorno &entorno,
+    const VentanasDelMenu &ventanas,
+    const QString &ventana,
+    const QString &accion,
+    const QVariantMap &datos = {})
 {
-    if (!ventanas.abrir(ventana))
+    if (!ventanas.abrir(ventana, datos))
         return Apertura::Declinada;
     if (!accion.isEmpty())
         db::registrarHistorial(entorno, u"Menú General"_qs, accion);
@@ -152,12 +156,13 @@ abrirDesdeMenu(db::Entorno &entorno, Comprobador &comprobador, const VentanasDel
     }
     if (!conPuerta)
         return abrirYAnotar(entorno, ventanas, boton.ventana, boton.accion);
-    const auto alPasar = [&entorno, ventanas, &boton](const QString &administrador) {
+    const auto alPasar = [&entorno, ventanas, &boton](const db::Doctor &administrador) {
         abrirYAnotar(
             entorno,
             ventanas,
             boton.ventana,
-            boton.accion + u" Se hizo por medio del usuario administrador "_qs + administrador);
+            boton.accion + u" Se hizo por medio del usuario administrador "_qs + administrador.nombre,
+            {{u"administrador"_qs, administrador.id}});
     };
     return ventanas.abrirPuerta(boton.puerta, alPasar) ? Apertura::Puerta : Apertura::Declinada;
 }

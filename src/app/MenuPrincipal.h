@@ -1,13 +1,15 @@
 #pragma once
 
 #include <QString>
+#include <QVariantMap>
 
 #include <functional>
 #include <vector>
 
 namespace db {
 class Entorno;
-}
+struct Doctor;
+} // namespace db
 
 namespace app {
 
@@ -46,9 +48,11 @@ struct VentanasDelMenu {
     std::function<bool()> ingresado;
     std::function<bool(const QString &nombre)> existe; ///< the window is part of this version
     std::function<bool(const QString &nombre)> activar; ///< brings an open one to the front; false when none is open
-    std::function<bool(const QString &nombre)> abrir; ///< false when the window itself declined
-    /// Opens a window that asks for an administrator's password, and hands on the name of the one whose it was.
-    std::function<bool(const QString &nombre, std::function<void(const QString &administrador)> alPasar)> abrirPuerta;
+    /// Opens a window for what `datos` say; false when it declined.
+    std::function<bool(const QString &nombre, const QVariantMap &datos)> abrir;
+    /// Opens a window that asks for an administrator's password, and hands on the one whose it was.
+    std::function<bool(const QString &nombre, std::function<void(const db::Doctor &administrador)> alPasar)>
+        abrirPuerta;
 };
 
 /// What became of a press.

@@ -58,6 +58,17 @@ int Modulo::segundosAgenda() const { return Setup::segundos(Setup::leer(archivoS
 
 int Modulo::segundosMensajes() const { return Setup::segundos(Setup::leer(archivoSetup()).controlMensajes); }
 
+bool Modulo::modoTurno() const { return Setup::leer(archivoSetup()).modoTurno == 1; }
+
+void Modulo::setAjustesEquipo(const db::AjustesEquipo &ajustes)
+{
+    Setup setup = Setup::leer(archivoSetup());
+    setup.refrescoAgenda = qint16(ajustes.segundosAgenda);
+    setup.controlMensajes = qint16(ajustes.segundosMensajes);
+    setup.modoTurno = ajustes.modoTurno ? 1 : 0;
+    setup.guardar(archivoSetup());
+}
+
 void Modulo::leerRuta()
 {
     m_ruta = Ruta::leer(archivoRuta());

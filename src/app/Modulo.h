@@ -35,6 +35,8 @@ public:
     [[nodiscard]] bool esClienteDeRed() const override { return m_ruta.otraCarpeta; }
     [[nodiscard]] int segundosAgenda() const override;
     [[nodiscard]] int segundosMensajes() const override;
+    [[nodiscard]] bool modoTurno() const override;
+    void setAjustesEquipo(const db::AjustesEquipo &ajustes) override;
 
     // Comprobador
     /// Reads ruta.dat again, looks for the file, opens the connection again where there is none or its file was

@@ -5,25 +5,10 @@
 #include "db/Historial.h"
 #include "db/ListaDoctores.h"
 
-#include <QDir>
-#include <QFileInfo>
-
 namespace app {
 
 namespace {
 const QString ventanaGeneral = QStringLiteral("Sistema General");
-}
-
-QString fondoAplicacion(db::Entorno &entorno)
-{
-    const db::Rows rows = entorno.conexion().query(QStringLiteral("SELECT fondoaplicacion FROM [Config]"));
-    const QString valor = rows->rowCount() > 0 ? rows->text(0, 0).trimmed() : QString();
-    if (valor.isEmpty() || valor == u'0')
-        return {};
-    const QDir imagenes(entorno.carpetaPrograma() + QStringLiteral("/Imagenes"));
-    const QFileInfoList archivos = imagenes.entryInfoList(
-        {QStringLiteral("fondoaplicacion"), QStringLiteral("fondoaplicacion.*")}, QDir::Files, QDir::Name);
-    return archivos.isEmpty() ? QString() : archivos.first().absoluteFilePath();
 }
 
 void registrarIngreso(db::Entorno &entorno)

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QString>
-
 namespace db {
 class Entorno;
 }
@@ -9,11 +7,6 @@ class Entorno;
 namespace app {
 
 /// What the main window does in the database beside its buttons. All throw db::Error.
-
-/// Path of the picture shown behind the windows; empty when the practice wants none or the file is not there. The first
-/// row of `Config` says whether; the file is "fondoaplicacion" in the program's folder of pictures, with the ending of
-/// a picture format or without.
-[[nodiscard]] QString fondoAplicacion(db::Entorno &entorno);
 
 void registrarIngreso(db::Entorno &entorno);
 /// Empties the statistics print table and logs the end of the session.

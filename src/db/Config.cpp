@@ -42,14 +42,17 @@ bool Config::bandera(QStringView column, bool otherwise) const
     return value.typeId() == QMetaType::Bool ? value.toBool() : value.toString().trimmed().toDouble() != 0;
 }
 
-void Config::guardar(QStringView column, const QVariant &value)
+void Config::guardar(QStringView column, const QVariant &value) { guardar({{column.toString(), value}}); }
+
+void Config::guardar(const QVariantMap &values)
 {
     Recordset config(m_connection, QStringLiteral("SELECT * FROM [Config]"));
     if (config.isEmpty())
         config.addNew();
     else
         config.moveLast();
-    config.set(column, value);
+    for (auto it = values.begin(); it != values.end(); ++it)
+        config.set(it.key(), it.value());
     config.update();
 }
 

@@ -11,6 +11,15 @@ namespace db {
 
 class Connection;
 
+/// What a person may set for this computer alone: the numbers of setup.dat beside the current user.
+struct AjustesEquipo {
+    int segundosAgenda = 30; ///< 1 to 60
+    int segundosMensajes = 30; ///< 1 to 60
+    bool modoTurno = false; ///< agenda and patient chooser act on the selected appointment
+
+    bool operator==(const AjustesEquipo &) const = default;
+};
+
 /// What every rule and window is handed: the shared connection and the facts of this computer. The program's `Modulo`
 /// is one, tests make their own.
 class Entorno
@@ -35,6 +44,9 @@ public:
     /// Seconds of setup.dat, or the default 30 where the file holds no valid value.
     [[nodiscard]] virtual int segundosAgenda() const = 0;
     [[nodiscard]] virtual int segundosMensajes() const = 0;
+    [[nodiscard]] virtual bool modoTurno() const = 0;
+    /// Writes those numbers to setup.dat; throws db::Error.
+    virtual void setAjustesEquipo(const AjustesEquipo &ajustes) = 0;
 };
 
 } // namespace db

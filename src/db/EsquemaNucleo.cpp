@@ -17,17 +17,22 @@ Table config()
             + banderas("encabezadoimagen hacerbackupautomatico fondoaplicacion")
             // Number of days added to the last period to reach the probable delivery date.
             + con(280, enteros("sumfpp"))
-            // 1 makes the strict rules of the patient file apply.
-            + con(0, enteros("forzarguardarpaci tipohojarecibo"))
-            // The form in which a new patient is entered: 0 expanded, 1 reduced.
-            + con(1, enteros("tipoformunewpaci"))
+            // forzarguardarpaci: 1 makes the strict rules of the patient file apply. tipoformunewpaci: 0 the reduced
+            // form of a new patient, 1 the expanded one. tipohojarecibo: receipts on 0 an A4 sheet, 1 half of one (A5).
+            + con(0, enteros("forzarguardarpaci tipoformunewpaci tipohojarecibo"))
             + banderas("forzarcantidadsesiones forzarpractica forzarderivador forzarusuario forzarusuarioclave "
                        "forzarmotivo forzarnumeorden pagocaja versaldoanioactual bloquearcostos actualizarstock "
                        "nuidhc selecusuario")
-            // First day of the week in the agenda's calendars, 0 Sunday.
-            + con(0, enteros("primerdiaagendaturnos imprimirturnos")) + memos("plantillaagenda")
+            // primerdiaagendaturnos: first day of the week in the agenda's calendars, 0 Sunday. imprimirturnos: the day
+            // sheet lists 0 every time of the day, 1 those with an appointment. plantillaagenda: text at its foot.
+            + con(0, enteros("primerdiaagendaturnos imprimirturnos"))
+            + memos("plantillaagenda")
+            // Minutes of a slot that a new hour template proposes, Monday to Saturday.
             + con(20, enteros(serie("durtur", 2, 7))) + textos(20, "versionprograma") + textos(50, "reemplazoid")
-            + textos(20, "prefijohc numerohc"));
+            + textos(20, "prefijohc numerohc")
+            // Automatic copies: folder (empty: "Backup" of the program folder), how many are kept, every how many
+            // hours.
+            + textos(250, "backupcarpeta") + con(14, enteros("backupcantidad")) + con(4, enteros("backuphoras")));
 }
 
 Table listaDoctores()

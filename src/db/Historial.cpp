@@ -18,4 +18,20 @@ void registrarHistorial(Entorno &entorno, const QString &ventana, const QString 
         {entorno.equipo(), entorno.usuarioActual(), ventana, accion.trimmed()});
 }
 
+int eliminarHistorial(Entorno &entorno, QDate hasta)
+{
+    Connection &connection = entorno.conexion();
+    Transaction transaction(connection);
+    const int eliminadas = connection.execute(
+        QStringLiteral("DELETE FROM [Historial] WHERE fecha <= ") + connection.dialect().dayEnd(hasta));
+    registrarHistorial(
+        entorno,
+        QStringLiteral("Configuración del Sistema"),
+        QStringLiteral("Se eliminaron %1 registros del historial hasta el %2.")
+            .arg(eliminadas)
+            .arg(hasta.toString(QStringLiteral("dd/MM/yyyy"))));
+    transaction.commit();
+    return eliminadas;
+}
+
 } // namespace db

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include "base/NumeroHistoria.h"
 
 namespace db {
 class Connection;
@@ -8,9 +8,7 @@ class Connection;
 
 namespace patients {
 
-/// Prefix and number as the practice shows them: the trimmed prefix followed by the number padded with zeros to six
-/// digits. A longer number stays whole, one that is not made of digits stays as it is, an empty one leaves the prefix.
-[[nodiscard]] QString componerNumeroHistoria(const QString &prefijo, const QString &numero);
+using base::componerNumeroHistoria;
 
 /// The clinical-history number generated from `prefijohc` and `numerohc`, whether or not some patient has it.
 [[nodiscard]] QString numeroHistoriaGenerado(db::Connection &conexion);

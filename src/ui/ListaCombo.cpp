@@ -14,16 +14,6 @@ namespace {
 /// Role of an entry's text as it is searched for.
 constexpr int rolBuscado = Qt::UserRole + 1;
 
-/// Without case and accents: who types "perez" means "Pérez" too.
-QString plegado(const QString &texto)
-{
-    QString letras;
-    for (const QChar c : texto.normalized(QString::NormalizationForm_D))
-        if (c.category() != QChar::Mark_NonSpacing)
-            letras += c;
-    return letras.toCaseFolded();
-}
-
 /// Finds entries by any part of their text as plegado() writes it, and shows them as they are.
 class Buscador : public QCompleter
 {
@@ -55,6 +45,15 @@ int indiceElegido(const QComboBox &lista)
 }
 
 } // namespace
+
+QString plegado(const QString &texto)
+{
+    QString letras;
+    for (const QChar c : texto.normalized(QString::NormalizationForm_D))
+        if (c.category() != QChar::Mark_NonSpacing)
+            letras += c;
+    return letras.toCaseFolded();
+}
 
 void cargarLista(
     QComboBox &lista,

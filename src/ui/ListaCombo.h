@@ -6,6 +6,9 @@ class QComboBox;
 
 namespace ui {
 
+/// A text as it is searched for, without case and accents: who types "perez" means "Pérez" too.
+[[nodiscard]] QString plegado(const QString &texto);
+
 /// Fills a list with the rows of a lookup table, each text with its `id` as the item's data, ordered by descending
 /// priority and then by name. Entries given in `antes` ("<Todas>" with its id) come first, and the first of them is
 /// chosen where nothing was; otherwise the chosen entry stays, or what is typed and no entry, or none is chosen. Typing

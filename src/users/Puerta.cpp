@@ -24,13 +24,13 @@ bool seOfrece(db::Connection &conexion)
     return false;
 }
 
-base::Resultado<QString> pasar(db::Connection &conexion, const QString &clave)
+base::Resultado<db::Doctor> pasar(db::Connection &conexion, const QString &clave)
 {
     if (claves::vacia(clave))
         return rechazo(u"Debe ingresar la Clave de Acceso de Administrador."_qs);
     for (db::Recordset fila = administradores(conexion); !fila.eof(); fila.moveNext())
         if (claves::coincide(fila.text(u"claveusuario"), clave))
-            return fila.text(u"NomDoc");
+            return db::Doctor{int(fila.integer(u"id")), fila.text(u"NomDoc")};
     return rechazo(u"La Clave de Acceso de Administrador es Incorrecta."_qs);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Rechazo.h"
+#include "db/ListaDoctores.h"
 
 #include <QString>
 
@@ -14,7 +15,7 @@ namespace users::puerta {
 /// Some administrator has a password. Until then nobody could pass, and the gate is not offered.
 [[nodiscard]] bool seOfrece(db::Connection &conexion);
 
-/// Name of the first administrator whose password was typed, or the refusal. Throws db::Error, std::bad_alloc.
-[[nodiscard]] base::Resultado<QString> pasar(db::Connection &conexion, const QString &clave);
+/// The first administrator whose password was typed, or the refusal. Throws db::Error, std::bad_alloc.
+[[nodiscard]] base::Resultado<db::Doctor> pasar(db::Connection &conexion, const QString &clave);
 
 } // namespace users::puerta

@@ -37,6 +37,18 @@ private slots:
         QCOMPARE(cambiada->dias[3].duracion, 20);
     }
 
+    void propone_lo_configurado_data() { soporte::filasDeDialecto(); }
+    void propone_lo_configurado()
+    {
+        Consultorio base(soporte::dialectoActual());
+        base.configurar("durtur2", 45);
+        base.configurar("durtur7", 0);
+        const Plantilla nueva = plantillaNueva(base.conexion(), 8);
+        QCOMPARE(nueva.iddoctor, 8);
+        for (size_t d = 0; d < 7; ++d)
+            QCOMPARE(nueva.dias[d].duracion, d == 1 ? 45 : 20);
+    }
+
     void rechaza_fechas_en_su_orden_data()
     {
         QTest::addColumn<QString>("desde");

@@ -183,6 +183,10 @@ private slots:
         QCOMPARE(a->tiempo->interval(), 30000);
         a->tiempo->setInterval(1);
         QTRY_COMPARE(a->dia().turnos, 3);
+        base->delEquipo.segundosAgenda = 5;
+        base->configurar("primerdiaagendaturnos", 1);
+        ventanas->refrescar();
+        QCOMPARE(a->tiempo->interval(), 5000);
         a->tiempo->setInterval(30000);
         QCOMPARE(celda(a, 0), QString("10:00"));
         QCOMPARE(celda(a, 1), QString());

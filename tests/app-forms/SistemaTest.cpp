@@ -406,7 +406,8 @@ private slots:
         QCOMPARE(entradas().size(), 1);
         pulsar(boton);
         static_cast<otra *>(ventanas->buscar(puerta))
-            ->hacer({{QStringLiteral("administrador"), QStringLiteral("Ana O'Higgins")}});
+            ->hacer(
+                {{QStringLiteral("administrador"), 20}, {QStringLiteral("nombre"), QStringLiteral("Ana O'Higgins")}});
         QVERIFY(ventanas->buscar(nombre));
         QCOMPARE(
             entradas(),
@@ -590,6 +591,26 @@ private slots:
             base->conexion().execute(QStringLiteral("INSERT INTO [Config] (fondoaplicacion) VALUES (?)"), {fila});
         marco->show();
         QCOMPARE(marco->findChild<app::AreaFondo *>()->tieneFondo(), seVe);
+    }
+
+    void configuracionNueva()
+    {
+        preparar();
+        marco->show();
+        QImage imagen(40, 20, QImage::Format_RGB32);
+        imagen.fill(Qt::darkGreen);
+        QVERIFY(QDir(base->carpetaPrograma()).mkpath(QStringLiteral("Imagenes")));
+        QVERIFY(imagen.save(base->carpetaPrograma() + "/Imagenes/fondoaplicacion", "PNG"));
+        base->conexion().execute(QStringLiteral("UPDATE [Config] SET fondoaplicacion = -1"));
+        base->delEquipo.segundosMensajes = 7;
+        ventanas->refrescar({QStringLiteral("caja")});
+        QCOMPARE(marco->tiempo->interval(), 30'000);
+        ventanas->refrescar();
+        QCOMPARE(marco->tiempo->interval(), 7'000);
+        QVERIFY(marco->findChild<app::AreaFondo *>()->tieneFondo());
+        base->conexion().execute(QStringLiteral("UPDATE [Config] SET fondoaplicacion = 0"));
+        ventanas->refrescar({QStringLiteral("sistema")});
+        QVERIFY(!marco->findChild<app::AreaFondo *>()->tieneFondo());
     }
 };
 

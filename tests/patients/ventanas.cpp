@@ -137,7 +137,7 @@ private slots:
 
     void formaAmpliaYParecidos()
     {
-        m_base->conexion().execute(u"UPDATE [Config] SET tipoformunewpaci = 0"_s);
+        m_base->conexion().execute(u"UPDATE [Config] SET tipoformunewpaci = 1"_s);
         m_base->conexion().execute(
             u"INSERT INTO [Pacientes] (NroHC,Apellido,Nombres,DNI) VALUES (900,'Sosa','Mía','12345678')"_s);
         auto *v = abrir<nuevopaci>(u"nuevopaci"_s);

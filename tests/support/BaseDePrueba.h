@@ -32,6 +32,7 @@ public:
     RelojFijo reloj;
     int usuario = 20;
     bool clienteDeRed = false;
+    db::AjustesEquipo delEquipo;
 
     [[nodiscard]] QString archivo() const { return m_carpeta.filePath(QStringLiteral("Datos.mdb")); }
     /// A second connection to the same file, as another station has it; Access dialect.
@@ -48,8 +49,10 @@ public:
     QString carpetaPrograma() const override { return m_carpeta.path(); }
     QString carpetaDatos() const override { return m_carpeta.path(); }
     bool esClienteDeRed() const override { return clienteDeRed; }
-    int segundosAgenda() const override { return 30; }
-    int segundosMensajes() const override { return 30; }
+    int segundosAgenda() const override { return delEquipo.segundosAgenda; }
+    int segundosMensajes() const override { return delEquipo.segundosMensajes; }
+    bool modoTurno() const override { return delEquipo.modoTurno; }
+    void setAjustesEquipo(const db::AjustesEquipo &ajustes) override { delEquipo = ajustes; }
 
 private:
     QTemporaryDir m_carpeta;

@@ -172,7 +172,7 @@ private slots:
         Usuarios base(soporte::dialectoActual());
         const auto intentar = [&base](const QString &escrita) {
             const auto quien = puerta::pasar(base.conexion(), escrita);
-            return quien ? *quien : quien.rechazo().texto;
+            return quien ? quien->nombre : quien.rechazo().texto;
         };
         const QString mal = "La Clave de Acceso de Administrador es Incorrecta.";
         base.agregar("No administra", "abre");

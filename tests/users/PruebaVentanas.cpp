@@ -158,7 +158,7 @@ private slots:
         QVERIFY(resultado.isEmpty());
         QTest::keyClicks(v->claveactual, "Rosa");
         QTest::mouseClick(v->aceptar, Qt::LeftButton);
-        QCOMPARE(resultado.value("administrador").toString(), QString("Ana"));
+        QCOMPARE(resultado.value("nombre").toString(), QString("Ana"));
         QVERIFY(!ventanas->buscar("usuariosadmin"));
     }
 

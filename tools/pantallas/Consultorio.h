@@ -65,9 +65,11 @@ public:
     /// Where a practice might have it, as the status bar shows it.
     QString carpetaDatos() const override { return QStringLiteral("/home/consultorio/Vastelo"); }
     bool esClienteDeRed() const override { return false; }
-    // Nothing may load again while a picture is taken.
-    int segundosAgenda() const override { return 0; }
-    int segundosMensajes() const override { return 3600; }
+    // As on a new computer, and longer than a picture takes: nothing may load again meanwhile.
+    int segundosAgenda() const override { return 30; }
+    int segundosMensajes() const override { return 30; }
+    bool modoTurno() const override { return false; }
+    void setAjustesEquipo(const db::AjustesEquipo &) override { }
 
     /// Tells, as the program does, when there is no database.
     bool verificarBase() override;

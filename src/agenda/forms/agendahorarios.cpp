@@ -143,8 +143,7 @@ void agendahorarios::cambiarDePlantilla()
 {
     const QListWidgetItem *elegida = listaplantillas->currentItem();
     const int id = elegida ? elegida->data(Qt::UserRole).toInt() : 0;
-    Plantilla nueva;
-    nueva.iddoctor = m_doctor;
+    const Plantilla nueva = plantillaNueva(conexion(), m_doctor);
     mostrar(id == 0 ? nueva : leerPlantilla(conexion(), id).value_or(nueva));
     if (id == 0)
         fechadesde->setFocus();

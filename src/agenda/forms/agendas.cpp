@@ -73,10 +73,11 @@ bool agendas::preparar(const ui::Pedido &pedido)
 void agendas::refrescar()
 {
     cargarProfesionales();
+    fechadia->setPrimerDia(primerDiaSemana(conexion()));
     recargar();
-    // A failed tick stops the timer; what loads again by hand brings it back.
-    if (const int segundos = entorno().segundosAgenda(); segundos > 0 && !tiempo->isActive())
-        tiempo->start(segundos * 1000);
+    // A failed tick stops the timer; what loads again by hand brings it back, with the interval set by now.
+    if (const int ms = entorno().segundosAgenda() * 1000; ms > 0 && (!tiempo->isActive() || tiempo->interval() != ms))
+        tiempo->start(ms);
 }
 
 QString agendas::ayuda() const

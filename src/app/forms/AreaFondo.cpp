@@ -1,5 +1,6 @@
 #include "app/forms/AreaFondo.h"
 
+#include <QFileInfo>
 #include <QImageReader>
 #include <QMdiSubWindow>
 #include <QPainter>
@@ -18,6 +19,11 @@ AreaFondo::AreaFondo(QWidget *parent)
 
 void AreaFondo::setFondo(const QString &archivo)
 {
+    const QDateTime cuando = QFileInfo(archivo).lastModified();
+    if (archivo == m_archivo && cuando == m_cuando)
+        return;
+    m_archivo = archivo;
+    m_cuando = cuando;
     QImageReader lector(archivo);
     lector.setDecideFormatFromContent(true); // the file may have no ending, or a wrong one
     lector.setAutoTransform(true);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <QMdiArea>
 #include <QPixmap>
 
@@ -14,7 +15,7 @@ class AreaFondo : public QMdiArea
 public:
     explicit AreaFondo(QWidget *parent = nullptr);
 
-    /// A file that is no picture leaves the plain ground.
+    /// A file that is no picture leaves the plain ground. The same file as before is not read again.
     void setFondo(const QString &archivo);
     [[nodiscard]] bool tieneFondo() const { return !m_fondo.isNull(); }
 
@@ -23,6 +24,8 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    QString m_archivo;
+    QDateTime m_cuando; ///< when that file was last written
     QPixmap m_fondo;
     QPixmap m_ajustado; ///< m_fondo in the size last painted
 };

@@ -10,6 +10,7 @@
 #include "db/Connection.h"
 #include "db/Entorno.h"
 #include "db/Error.h"
+#include "db/FondoAplicacion.h"
 #include "db/ListaDoctores.h"
 #include "ui/Ventana.h"
 #include "ui/Ventanas.h"
@@ -80,14 +81,17 @@ sistema::sistema(db::Entorno &entorno, Comprobador &comprobador, ui::Ventanas &v
     });
     m_menu->setTeclas(true);
     connect(&m_ventanas, &ui::Ventanas::refrescoPedido, this, [this](const QStringList &nombres) {
-        if (nombres.isEmpty() || nombres.contains(objectName()))
-            actualizarUsuario();
+        if (!nombres.isEmpty() && !nombres.contains(objectName()))
+            return;
+        actualizarUsuario();
+        if (m_comprobador.baseLista())
+            aplicarConfiguracion();
     });
     auto *irAlMenu = new QShortcut(QKeySequence(Qt::Key_F10), this);
     connect(irAlMenu, &QShortcut::activated, m_menu, &ColumnaMenu::enfocar);
 
     tiempo->setObjectName(QStringLiteral("tiempo"));
-    tiempo->setInterval(std::chrono::seconds(qBound(1, m_entorno.segundosMensajes(), 86'400)));
+    tiempo->setInterval(intervaloMensajes());
     connect(tiempo, &QTimer::timeout, this, &sistema::revisarAnuncios);
     timerbackup->setObjectName(QStringLiteral("timerbackup"));
     timerbackup->setInterval(60s);
@@ -158,7 +162,7 @@ void sistema::pulsar(const BotonMenu &boton)
         if (!m_ventanas.existe(boton.ventana))
             avisarNoDisponible(m_entorno);
         else
-            intentar([&] { ventanas.activar(boton.ventana) || ventanas.abrir(boton.ventana); });
+            intentar([&] { ventanas.activar(boton.ventana) || ventanas.abrir(boton.ventana, {}); });
         return;
     }
     const bool listaAntes = m_comprobador.baseLista();
@@ -217,8 +221,21 @@ void sistema::iniciarSesion()
     if (m_iniciada || !m_comprobador.baseLista())
         return;
     m_iniciada = true;
-    callado([this] { m_area->setFondo(fondoAplicacion(m_entorno)); });
+    aplicarConfiguracion();
     intentar([this] { registrarIngreso(m_entorno); });
+}
+
+std::chrono::seconds sistema::intervaloMensajes() const
+{
+    return std::chrono::seconds(qBound(1, m_entorno.segundosMensajes(), 86'400));
+}
+
+void sistema::aplicarConfiguracion()
+{
+    // Setting the same interval would begin it anew, and a frame refreshed often would never look for notices.
+    if (tiempo->intervalAsDuration() != intervaloMensajes())
+        tiempo->setInterval(intervaloMensajes());
+    callado([this] { m_area->setFondo(db::fondoAplicacion(m_entorno)); });
 }
 
 void sistema::closeEvent(QCloseEvent *event)

@@ -5,6 +5,7 @@
 #include <QMainWindow>
 #include <QTimer>
 
+#include <chrono>
 #include <functional>
 
 class QLabel;
@@ -67,6 +68,9 @@ private:
     void limpiar();
     /// Once, as soon as there is a database: background picture and log entry.
     void iniciarSesion();
+    /// Background picture and interval of the notices as the settings say by now.
+    void aplicarConfiguracion();
+    [[nodiscard]] std::chrono::seconds intervaloMensajes() const;
     void cerrarSesion();
     void actualizarBarra();
     /// Runs an action; a db::Error is shown and yields false.

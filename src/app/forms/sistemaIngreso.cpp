@@ -2,6 +2,7 @@
 #include "app/forms/sistema.h"
 #include "db/Config.h"
 #include "db/Entorno.h"
+#include "db/ListaDoctores.h"
 #include "ui/Ventana.h"
 #include "ui/Ventanas.h"
 
@@ -61,10 +62,14 @@ VentanasDelMenu sistema::ventanasDelMenu()
         [this] { return ingresado(); },
         [this](const QString &nombre) { return m_ventanas.existe(nombre); },
         [this](const QString &nombre) { return m_ventanas.activar(nombre); },
-        [this](const QString &nombre) { return m_ventanas.abrir(nombre, {}, this) != nullptr; },
-        [this](const QString &nombre, const std::function<void(const QString &)> &alPasar) {
+        [this](const QString &nombre, const QVariantMap &datos) {
+            return m_ventanas.abrir(nombre, {datos, {}}, this) != nullptr;
+        },
+        [this](const QString &nombre, const std::function<void(const db::Doctor &)> &alPasar) {
             const auto terminar = [alPasar](const QVariantMap &resultado) {
-                alPasar(resultado.value(QStringLiteral("administrador")).toString());
+                alPasar(
+                    {resultado.value(QStringLiteral("administrador")).toInt(),
+                     resultado.value(QStringLiteral("nombre")).toString()});
             };
             return m_ventanas.abrir(nombre, {{}, terminar}, this) != nullptr;
         },

@@ -38,8 +38,8 @@ Campo *conNombre(Campo *campo, const char *nombre)
     return campo;
 }
 
-// The values of `tipoformunewpaci`.
-constexpr int formaReducida = 1;
+// The values of `tipoformunewpaci`: 0 is the reduced form.
+constexpr int formaAmplia = 1;
 
 } // namespace
 
@@ -142,8 +142,8 @@ bool nuevopaci::preparar(const ui::Pedido &pedido)
     if (m_preparada)
         return true; // what was being typed stays
     limitarLargos();
-    const bool reducida = db::Config(conexion()).numero(u"tipoformunewpaci") == formaReducida;
-    (reducida ? opcionredu : opcionampli)->setChecked(true);
+    const bool amplia = db::Config(conexion()).numero(u"tipoformunewpaci") == formaAmplia;
+    (amplia ? opcionampli : opcionredu)->setChecked(true);
     const DatosReducidos pedidos{
         .apellido = pedido.datos.value(QStringLiteral("apellido")).toString(),
         .nombres = pedido.datos.value(QStringLiteral("nombres")).toString()};

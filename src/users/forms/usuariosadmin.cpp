@@ -49,7 +49,8 @@ void usuariosadmin::pasar()
 {
     const auto administrador = puerta::pasar(conexion(), claveactual->text());
     if (administrador)
-        terminar({{QStringLiteral("administrador"), *administrador}});
+        terminar(
+            {{QStringLiteral("administrador"), administrador->id}, {QStringLiteral("nombre"), administrador->nombre}});
     else
         aceptado(administrador.rechazo());
 }

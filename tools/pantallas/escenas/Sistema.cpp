@@ -3,7 +3,25 @@
 #include "db/Error.h"
 #include "db/Verificacion.h"
 
+#include <QListWidget>
+
 namespace pantallas {
+
+namespace {
+
+/// A page of the settings by its place in the list of groups.
+std::function<void(Escena &)> deConfiguracion(int grupo)
+{
+    return [grupo](Escena &e) {
+        e.pulsar({}, QStringLiteral("menconfiguracion"));
+        if (auto *grupos = e.control<QListWidget>(QStringLiteral("configuracion"), QStringLiteral("grupos"))) {
+            grupos->setCurrentRow(grupo);
+            grupos->setFocus();
+        }
+    };
+}
+
+} // namespace
 
 std::vector<Pantalla> escenasDeSistema()
 {
@@ -12,6 +30,12 @@ std::vector<Pantalla> escenasDeSistema()
         {QStringLiteral("acceso"), sobreElMarco(QStringLiteral("acceso"))},
         {QStringLiteral("acceso2"), [](Escena &e) { e.pulsar({}, QStringLiteral("menusuario")); }},
         {QStringLiteral("usuariosadmin"), sobreElMarco(QStringLiteral("usuariosadmin"))},
+        {QStringLiteral("configuracion"), deConfiguracion(0)},
+        {QStringLiteral("configuracion-numeracion"), deConfiguracion(1)},
+        {QStringLiteral("configuracion-agenda"), deConfiguracion(2)},
+        {QStringLiteral("configuracion-sistema"), deConfiguracion(6)},
+        {QStringLiteral("configuracion-copias"), deConfiguracion(7)},
+        {QStringLiteral("configuracion-usuarios"), deConfiguracion(9)},
         {QStringLiteral("mensaje-sin-base"),
          [](Escena &) {},
          [](Escena &e, base::Mensajes &) { e.pulsar({}, QStringLiteral("menagendas")); },
