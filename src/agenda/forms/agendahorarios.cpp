@@ -260,9 +260,7 @@ void agendahorarios::dibujar()
         donde->setText(renglones.join(u'\n'));
         donde->setVisible(!renglones.isEmpty());
     };
-    decir(
-        fechascompartidas,
-        avisosDeFechas(m_plantillas, m_mostrada.id, fechadesde->fecha(), fechahasta->fecha()));
+    decir(fechascompartidas, avisosDeFechas(m_plantillas, m_mostrada.id, fechadesde->fecha(), fechahasta->fecha()));
     decir(avisos, dibujada.avisos);
 }
 
