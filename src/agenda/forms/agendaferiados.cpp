@@ -144,7 +144,7 @@ QString agendaferiados::ayuda() const
 {
     return tr(
         "Elija el año y el profesional, o todos. Los feriados marcados pasan a ser días en que no se atiende; la barra"
-        " espaciadora marca o desmarca el elegido. Los que ya están en la agenda aparecen sin marcar.\n\n"
+        " espaciadora marca o desmarca el elegido. Los que ya pasaron o ya están en la agenda aparecen sin marcar.\n\n"
         "Los trasladables se mueven como dice la ley: de martes o miércoles al lunes anterior, de jueves o viernes al"
         " lunes siguiente. Los días puente, y los traslados que un decreto disponga, se agregan aparte.");
 }
@@ -176,7 +176,8 @@ void agendaferiados::proponer()
              estadoDe(propuesta, doctores.size())});
         renglon->setData(0, Qt::UserRole, propuesta.fecha);
         const bool esta = propuesta.yaEstan == doctores.size();
-        renglon->setCheckState(0, esta ? Qt::Unchecked : Qt::Checked);
+        const bool paso = propuesta.fecha < entorno().clock().today();
+        renglon->setCheckState(0, esta || paso ? Qt::Unchecked : Qt::Checked);
         renglon->setDisabled(esta);
     }
     if (lista->topLevelItemCount() > 0)

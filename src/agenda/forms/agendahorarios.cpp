@@ -132,9 +132,12 @@ bool agendahorarios::preparar(const ui::Pedido &pedido)
 
 void agendahorarios::refrescar()
 {
+    QWidget *const foco = focusWidget();
     if (!hayCambios())
         listar(m_mostrada.id);
     listarDias();
+    if (foco)
+        foco->setFocus();
 }
 
 QString agendahorarios::ayuda() const
