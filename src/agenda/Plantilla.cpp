@@ -126,13 +126,13 @@ QVector<PlantillaListada> listarPlantillas(db::Connection &conexion, int iddocto
         {iddoctor});
     QVector<PlantillaListada> lista;
     for (int i = 0; i < filas->rowCount(); ++i) {
+        const QDate desde = filas->dateTime(i, 1).date(), hasta = filas->dateTime(i, 2).date();
         lista.append(
             {int(filas->integer(i, 0)),
              QStringLiteral("Plantilla Nº %1 (abarca desde el %2 hasta el %3)")
-                 .arg(
-                     QString::number(i + 1),
-                     base::fechaTexto(filas->dateTime(i, 1).date()),
-                     base::fechaTexto(filas->dateTime(i, 2).date()))});
+                 .arg(QString::number(i + 1), base::fechaTexto(desde), base::fechaTexto(hasta)),
+             desde,
+             hasta});
     }
     return lista;
 }
@@ -178,12 +178,13 @@ guardarPlantilla(db::Connection &conexion, Plantilla plantilla, const QString &f
     return int(id);
 }
 
-bool eliminarPlantilla(db::Entorno &entorno, int id)
+base::Resultado<bool> eliminarPlantilla(db::Entorno &entorno, int id)
 {
     if (!entorno.mensajes().pregunta(
             base::titulo::confirmacion, QStringLiteral("¿Seguro que desea eliminar la plantilla seleccionada?"), false))
         return false;
-    entorno.conexion().execute(QStringLiteral("DELETE FROM [Agenda Turnos Horarios] WHERE id = ?"), {id});
+    if (entorno.conexion().execute(QStringLiteral("DELETE FROM [Agenda Turnos Horarios] WHERE id = ?"), {id}) == 0)
+        return registroEliminado();
     return true;
 }
 

@@ -59,6 +59,8 @@ struct Plantilla {
 struct PlantillaListada {
     int id = 0;
     QString texto;
+    QDate fechadesde = {};
+    QDate fechahasta = {};
 };
 
 /// The newest template (highest `id`) whose range holds the date.
@@ -74,7 +76,7 @@ struct PlantillaListada {
 [[nodiscard]] base::Resultado<int>
 guardarPlantilla(db::Connection &conexion, Plantilla plantilla, const QString &fechadesde, const QString &fechahasta);
 
-/// Asks and deletes; false when the person said no.
-bool eliminarPlantilla(db::Entorno &entorno, int id);
+/// Asks and deletes; false when the person said no. Refused when it is no longer there.
+[[nodiscard]] base::Resultado<bool> eliminarPlantilla(db::Entorno &entorno, int id);
 
 } // namespace agenda

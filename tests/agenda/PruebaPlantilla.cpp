@@ -107,10 +107,13 @@ private slots:
         QCOMPARE(rige({2026, 12, 31}), verano);
         QCOMPARE(rige({2027, 1, 1}), 0);
         QCOMPARE(rige({2025, 12, 31}), 0);
+        const int bisiesto = crear("29/2/28", "29/2/2028", base.usuario);
+        QCOMPARE(rige({2028, 2, 29}), bisiesto);
+        QCOMPARE(rige({2028, 2, 28}) + rige({2028, 3, 1}), 0);
         QVERIFY(ajustesSobreturno(c, base.usuario, {2027, 1, 1}) == AjustesSobreturno{});
 
         const auto lista = listarPlantillas(c, base.usuario);
-        QCOMPARE(lista.size(), 2);
+        QCOMPARE(lista.size(), 3);
         QCOMPARE(lista.at(1).id, verano);
         QCOMPARE(lista.at(1).texto, QString("Plantilla Nº 2 (abarca desde el 01/12/2026 hasta el 31/12/2026)"));
     }
@@ -120,10 +123,12 @@ private slots:
         Consultorio base;
         Plantilla p = *leerPlantilla(base.conexion(), base.plantilla(Consultorio::maniana()));
         base.guion.esperarPregunta("Confirmación...", "¿Seguro que desea eliminar la plantilla seleccionada?", false);
-        QVERIFY(!eliminarPlantilla(base, p.id));
+        QVERIFY(!*eliminarPlantilla(base, p.id));
         QVERIFY(leerPlantilla(base.conexion(), p.id));
         base.guion.esperarPregunta("Confirmación...", "¿Seguro que desea eliminar la plantilla seleccionada?", true);
-        QVERIFY(eliminarPlantilla(base, p.id));
+        QVERIFY(*eliminarPlantilla(base, p.id));
+        base.guion.esperarPregunta("Confirmación...", "¿Seguro que desea eliminar la plantilla seleccionada?", true);
+        QCOMPARE(eliminarPlantilla(base, p.id).rechazo().texto, yaNoExiste);
         const auto id = guardarPlantilla(base.conexion(), p, "1/1/2026", "31/12/2026");
         QVERIFY(!id);
         QCOMPARE(id.rechazo().titulo, QString("Atención..."));
@@ -158,6 +163,85 @@ private slots:
         QCOMPARE(
             controlarDiaLaborable(c, base.usuario, {2026, 12, 25})->texto,
             QString("La fecha seleccionada NO corresponde a un día laborable."));
+    }
+
+    void lee_periodos_data()
+    {
+        QTest::addColumn<QString>("desde");
+        QTest::addColumn<QString>("hasta");
+        QTest::addColumn<bool>("cadaAnio");
+        QTest::addColumn<QString>("resultado"); // how many, first and last; or the refusal and its field
+        QTest::newRow("un día") << "29/2/28"
+                                << "" << false << "1 29/2/2028 29/2/2028";
+        QTest::newRow("cambio de año") << "28/12/2026"
+                                       << "3/1/27" << false << "7 28/12/2026 3/1/2027";
+        QTest::newRow("de cada año") << "31/12/2026"
+                                     << "1/1/2027" << true << "2 31/12/0 1/1/0";
+        QTest::newRow("bisiesto entero") << "1/1/2028"
+                                         << "31/12/2028" << false << "366 1/1/2028 31/12/2028";
+        QTest::newRow("demasiado largo") << "1/1/2027"
+                                         << "2/1/2028" << false << "El período no puede abarcar más de 366 días.|hasta";
+        QTest::newRow("un año y un día, cada año") << "1/1/2027"
+                                                   << "1/1/2028" << true << "365 1/1/0 31/12/0";
+        QTest::newRow("nada") << " "
+                              << "1/1/2027" << false << "Debe seleccionar la/s fecha/s que no se atenderá.|desde";
+        QTest::newRow("no existe") << "29/2/2027"
+                                   << "" << false << "ERROR en la Fecha Inicial.|desde";
+        QTest::newRow("mala final") << "1/2/2027"
+                                    << "x" << false << "ERROR en la Fecha Final.|hasta";
+        QTest::newRow("al revés") << "2/1/2027"
+                                  << "1/1/2027" << false
+                                  << "La Fecha Final no puede ser anterior a la Fecha Inicial.|hasta";
+    }
+    void lee_periodos()
+    {
+        QFETCH(QString, desde);
+        QFETCH(QString, hasta);
+        QFETCH(bool, cadaAnio);
+        const auto dias = leerPeriodo(desde, hasta, cadaAnio);
+        const auto texto = [](const DiaNoLaborable &d) {
+            return QString("%1/%2/%3").arg(QString::number(d.dia), QString::number(d.mes), QString::number(d.anio));
+        };
+        QTEST(
+            dias ? QString("%1 %2 %3").arg(QString::number(dias->size()), texto(dias->first()), texto(dias->last()))
+                 : dias.rechazo().texto + '|' + dias.rechazo().campo,
+            "resultado");
+    }
+
+    void de_todos_data() { soporte::filasDeDialecto(); }
+    void de_todos()
+    {
+        Consultorio base(soporte::dialectoActual());
+        db::Connection &c = base.conexion();
+        const int otro = int(base.fila("Lista Doctores", {{"NomDoc", "Otra"}, {"tipo", 0}}));
+        base.paciente(7, "Paz", "Eva");
+        base.turno(7, Consultorio::a("09:00"));
+        const QVector<DiaNoLaborable> dias{
+            DiaNoLaborable::de(Consultorio::lunes()), {0, 25, 12, 0}, DiaNoLaborable::de(Consultorio::lunes())};
+        auto alta = agregarDiasNoLaborables(base, {base.usuario}, {dias.at(1)});
+        QCOMPARE(alta->agregados, 1);
+        alta = agregarDiasNoLaborables(base, {base.usuario, otro}, dias);
+        QCOMPARE(alta->agregados, 3);
+        QCOMPARE(alta->yaEstaban, 3);
+        QCOMPARE(alta->conTurnos, 1);
+        QVERIFY(esNoLaborable(c, otro, {2030, 12, 25}));
+
+        const auto primero = listarDiasNoLaborables(c, otro).first(); // the Monday
+        const QString una = "¿Seguro que desea eliminar la fecha seleccionada?";
+        base.guion.esperarPregunta("Confirmación...", una + "\nSe eliminarán de TODOS los profesionales.", true);
+        QCOMPARE(*eliminarDiasNoLaborables(base, {primero.id}, true), 2);
+        QVERIFY(!esNoLaborable(c, base.usuario, Consultorio::lunes()));
+        // Another station was faster: what is left stays whole.
+        const int queda = listarDiasNoLaborables(c, otro).first().id;
+        base.guion.esperarPregunta("Confirmación...", "¿Seguro que desea eliminar las 2 fechas seleccionadas?", true);
+        QCOMPARE(eliminarDiasNoLaborables(base, {queda, primero.id}).rechazo().texto, yaNoExiste);
+        base.guion.esperarPregunta("Confirmación...", una, false);
+        QCOMPARE(*eliminarDiasNoLaborables(base, {queda}), 0);
+        QCOMPARE(listarDiasNoLaborables(c, otro).size(), 1);
+        base.quitarDerecho("accesoagendas");
+        QCOMPARE(eliminarDiasNoLaborables(base, {queda}).rechazo().texto, sinPermiso);
+        QCOMPARE(agregarDiasNoLaborables(base, {otro}, dias).rechazo().texto, sinPermiso);
+        QVERIFY(base.guion.terminar());
     }
 };
 

@@ -2,17 +2,24 @@
 
 #include "agenda/Calendario.h"
 #include "agenda/DiasNoLaborables.h"
+#include "agenda/SemanaPlantilla.h"
 #include "agenda/forms/CampoHora.h"
+#include "agenda/forms/Registro.h"
+#include "agenda/forms/VistaSemana.h"
 #include "base/Clock.h"
 #include "base/Fechas.h"
 #include "db/Entorno.h"
+#include "db/ListaDoctores.h"
 #include "ui/CampoFecha.h"
 #include "ui/ListaCombo.h"
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSpinBox>
 
 namespace agenda {
@@ -24,10 +31,15 @@ constexpr int ultima = -1;
 
 } // namespace
 
-agendahorarios::agendahorarios(db::Entorno &entorno, ui::Ventanas &ventanas)
-    : Ventana(entorno, ventanas, QStringLiteral("agendahorarios"), tr("Plantilla de Días y Horarios"))
+agendahorarios::agendahorarios(db::Entorno &entorno, ui::Ventanas &ventanas, const QString &nombre)
+    : Ventana(entorno, ventanas, nombre, tr("Plantilla de Días y Horarios"))
 {
     construir();
+    conectar();
+}
+
+void agendahorarios::conectar()
+{
     // Once the click is over: the list would go on choosing the row after a question had taken it back.
     connect(
         listaplantillas,
@@ -41,31 +53,69 @@ agendahorarios::agendahorarios(db::Entorno &entorno, ui::Ventanas &ventanas)
     });
     alPulsar(guardar, [this] { save(); });
     alPulsar(eliminar, [this] {
-        if (m_mostrada.id != 0 && eliminarPlantilla(this->entorno(), m_mostrada.id)) {
-            listar(ultima);
-            avisarAgenda();
-        }
+        if (m_mostrada.id == 0)
+            return;
+        const auto eliminada = eliminarPlantilla(entorno(), m_mostrada.id);
+        if (!eliminada)
+            aceptado(eliminada.rechazo());
+        else if (!*eliminada)
+            return;
+        listar(ultima);
+        avisarAgenda();
     });
     alPulsar(agregardia, [this] {
         const DiaNoLaborable nuevoDia{0, ui::idElegido(*dia), ui::idElegido(*mes), ui::idElegido(*anio)};
-        if (aceptado(agregarDiasNoLaborables(conexion(), m_doctor, {nuevoDia}))) {
-            listarDias();
-            avisarAgenda();
+        const auto alta = agregarDiasNoLaborables(entorno(), {m_doctor}, {nuevoDia});
+        if (!alta) {
+            aceptado(alta.rechazo());
+            return;
         }
+        listarDias();
+        avisarAgenda();
     });
     alPulsar(eliminardia, [this] {
         const QListWidgetItem *elegido = listadias->currentItem();
-        if (elegido && eliminarDiaNoLaborable(this->entorno(), elegido->data(Qt::UserRole).toInt())) {
-            listarDias();
-            avisarAgenda();
-        }
+        if (!elegido)
+            return;
+        const auto eliminados = eliminarDiasNoLaborables(entorno(), {elegido->data(Qt::UserRole).toInt()});
+        if (!eliminados)
+            aceptado(eliminados.rechazo());
+        else if (*eliminados == 0)
+            return;
+        listarDias();
+        avisarAgenda();
+    });
+    // Del removes from the list that has the focus; the window's own would delete the template.
+    auto *suprimir = new QShortcut(QKeySequence(Qt::Key_Delete), listadias);
+    suprimir->setContext(Qt::WidgetShortcut);
+    connect(suprimir, &QShortcut::activated, eliminardia, &QPushButton::click);
+    alPulsar(nolabo, [this] {
+        ventanas().abrir(
+            objectName() == QStringLiteral("agendahorarios2") ? QStringLiteral("agendasnolabo2")
+                                                              : QStringLiteral("agendasnolabo"),
+            {{{QStringLiteral("doctor"), m_doctor}}},
+            this);
     });
     connect(cerrar, &QPushButton::clicked, this, &QWidget::close);
+
+    for (const Renglon &renglon : dias) {
+        for (CampoHora *hora : {renglon.maDesde, renglon.maHasta, renglon.taDesde, renglon.taHasta})
+            connect(hora, &QLineEdit::textChanged, this, &agendahorarios::dibujar);
+        connect(renglon.duracion, &QComboBox::currentIndexChanged, this, &agendahorarios::dibujar);
+    }
+    for (ui::CampoFecha *fecha : {fechadesde, fechahasta})
+        connect(fecha, &QLineEdit::textChanged, this, &agendahorarios::dibujar);
 }
 
 bool agendahorarios::preparar(const ui::Pedido &pedido)
 {
+    if (isVisible() && !descartar())
+        return false;
     m_doctor = pedido.datos.value(QStringLiteral("doctor")).toInt();
+    if (m_doctor == 0)
+        m_doctor = db::profesionalActivo(entorno());
+    m_grupoPlantillas->setTitle(tr("Plantillas de %1").arg(nombreDelProfesional()));
+    ordenarDias(primerDiaSemana(conexion()));
     const int esteAnio = entorno().clock().today().year();
     std::vector<std::pair<QString, int>> anios{{QStringLiteral("<De cada año>"), 0}};
     for (int i = esteAnio - 1; i <= esteAnio + 10; ++i)
@@ -82,9 +132,33 @@ bool agendahorarios::preparar(const ui::Pedido &pedido)
 
 void agendahorarios::refrescar()
 {
+    QWidget *const foco = focusWidget();
     if (!hayCambios())
         listar(m_mostrada.id);
     listarDias();
+    if (foco)
+        foco->setFocus();
+}
+
+QString agendahorarios::ayuda() const
+{
+    return tr(
+        "PLANTILLAS: Cada una dice entre qué fechas vale y a qué horas se atiende cada día. Si dos comparten fechas,"
+        " rige la más nueva, la de número más alto. Un día sin horas no se atiende. Las horas se escriben cortas:"
+        " 8, 830 u 8:30.\n\n"
+        "LA SEMANA: El dibujo muestra los turnos que dan las horas escritas, antes de guardarlas. El último turno puede"
+        " terminar después de la hora final: esa parte se ve más clara. Lo que se enciman la mañana y la tarde está"
+        " rayado.\n\n"
+        "DÍAS EN QUE NO SE ATIENDE: Se arman con día, mes y año; «Varias fechas o feriados» abre la ventana para"
+        " períodos, feriados nacionales y todos los profesionales.");
+}
+
+QString agendahorarios::nombreDelProfesional() const
+{
+    for (const db::Doctor &doctor : db::profesionales(conexion()))
+        if (doctor.id == m_doctor)
+            return doctor.nombre;
+    return QStringLiteral("<Médico sin Identificar>");
 }
 
 bool agendahorarios::hayCambios() const
@@ -127,7 +201,8 @@ void agendahorarios::listar(int elegida)
     {
         const QSignalBlocker calla(listaplantillas);
         listaplantillas->clear();
-        for (const PlantillaListada &plantilla : listarPlantillas(conexion(), m_doctor)) {
+        m_plantillas = listarPlantillas(conexion(), m_doctor);
+        for (const PlantillaListada &plantilla : m_plantillas) {
             auto *renglon = new QListWidgetItem(plantilla.texto, listaplantillas);
             renglon->setData(Qt::UserRole, plantilla.id);
         }
@@ -175,6 +250,20 @@ void agendahorarios::mostrar(const Plantilla &plantilla)
     m_desde = fechadesde->text();
     m_hasta = fechahasta->text();
     eliminar->setEnabled(plantilla.id != 0);
+    dibujar();
+}
+
+void agendahorarios::dibujar()
+{
+    const SemanaPlantilla dibujada = semanaDe(leer().dias);
+    semana->setSemana(dibujada);
+    total->setText(tr("Total de la semana: %1").arg(turnosTexto(dibujada.total)));
+    const auto decir = [](QLabel *donde, const QStringList &renglones) {
+        donde->setText(renglones.join(u'\n'));
+        donde->setVisible(!renglones.isEmpty());
+    };
+    decir(fechascompartidas, avisosDeFechas(m_plantillas, m_mostrada.id, fechadesde->fecha(), fechahasta->fecha()));
+    decir(avisos, dibujada.avisos);
 }
 
 Plantilla agendahorarios::leer() const
@@ -218,14 +307,16 @@ void agendahorarios::save()
 
 void agendahorarios::listarDias()
 {
+    const int fila = listadias->currentRow();
     listadias->clear();
     for (const DiaNoLaborable &libre : listarDiasNoLaborables(conexion(), m_doctor)) {
         auto *renglon = new QListWidgetItem(libre.texto(), listadias);
         renglon->setData(Qt::UserRole, libre.id);
     }
+    listadias->setCurrentRow(qMin(fila, listadias->count() - 1));
     eliminardia->setEnabled(listadias->count() > 0);
 }
 
-void agendahorarios::avisarAgenda() { ventanas().refrescar({QStringLiteral("agendas")}); }
+void agendahorarios::avisarAgenda() { ventanas().refrescar(ventanasDeDiasLibres()); }
 
 } // namespace agenda

@@ -1,11 +1,13 @@
 // How the window "agendahorarios" is laid out.
 
+#include "agenda/SemanaPlantilla.h"
 #include "agenda/forms/CampoHora.h"
+#include "agenda/forms/VistaSemana.h"
 #include "agenda/forms/agendahorarios.h"
 #include "base/Fechas.h"
+#include "ui/Botones.h"
 #include "ui/CampoFecha.h"
 #include "ui/Estilo.h"
-#include "ui/Iconos.h"
 #include "ui/ListaCombo.h"
 
 #include <QCheckBox>
@@ -21,13 +23,6 @@ namespace agenda {
 
 namespace {
 
-QPushButton *boton(QWidget *padre, const QString &nombre, const QString &texto, const QString &icono)
-{
-    auto *nuevo = new QPushButton(ui::icono(icono), texto, padre);
-    nuevo->setObjectName(nombre);
-    return nuevo;
-}
-
 QSpinBox *limite(QWidget *padre, const QString &nombre)
 {
     auto *caja = new QSpinBox(padre);
@@ -42,13 +37,14 @@ QSpinBox *limite(QWidget *padre, const QString &nombre)
 void agendahorarios::construir()
 {
     auto *izquierda = new QVBoxLayout;
-    izquierda->addWidget(panelPlantillas(), 1);
-    izquierda->addWidget(panelNoLaborables(), 1);
+    izquierda->addWidget(panelPlantillas());
+    izquierda->addWidget(panelSemana(), 1);
 
     auto *derecha = new QVBoxLayout;
-    derecha->addWidget(panelPlantilla(), 1);
-    guardar = boton(this, QStringLiteral("guardar"), tr("&Guardar"), QStringLiteral("document-save"));
-    cerrar = boton(this, QStringLiteral("cerrar"), tr("&Cerrar"), QStringLiteral("window-close"));
+    derecha->addWidget(panelPlantilla());
+    derecha->addWidget(panelNoLaborables(), 1);
+    guardar = ui::boton(this, QStringLiteral("guardar"), tr("&Guardar"), QStringLiteral("document-save"));
+    cerrar = ui::boton(this, QStringLiteral("cerrar"), tr("&Cerrar"), QStringLiteral("window-close"));
     auto *botones = new QHBoxLayout;
     botones->addStretch(1);
     botones->addWidget(guardar);
@@ -65,14 +61,17 @@ void agendahorarios::construir()
 QWidget *agendahorarios::panelPlantillas()
 {
     auto *grupo = new QGroupBox(tr("Plantillas"), this);
+    m_grupoPlantillas = grupo;
     listaplantillas = new QListWidget(grupo);
     listaplantillas->setObjectName(QStringLiteral("listaplantillas"));
     listaplantillas->setMinimumWidth(
         listaplantillas->fontMetrics().horizontalAdvance(
             QStringLiteral("Plantilla Nº 1 (abarca desde el 00/00/0000 hasta el 00/00/0000)"))
         + 30);
-    nuevo = boton(grupo, QStringLiteral("nuevo"), tr("&Nueva"), QStringLiteral("list-add"));
-    eliminar = boton(grupo, QStringLiteral("eliminar"), tr("&Eliminar"), QStringLiteral("edit-delete"));
+    // A few lines: there are seldom more than one or two.
+    listaplantillas->setFixedHeight(5 * listaplantillas->fontMetrics().height() + 6);
+    nuevo = ui::boton(grupo, QStringLiteral("nuevo"), tr("&Nueva"), QStringLiteral("list-add"));
+    eliminar = ui::boton(grupo, QStringLiteral("eliminar"), tr("&Eliminar"), QStringLiteral("edit-delete"));
     auto *botones = new QHBoxLayout;
     botones->addWidget(nuevo);
     botones->addWidget(eliminar);
@@ -127,7 +126,6 @@ QWidget *agendahorarios::panelPlantilla()
     solosobreturnoshoraplanilla->setObjectName(QStringLiteral("solosobreturnoshoraplanilla"));
     columna->addWidget(sobreturnoshoraresaltar);
     columna->addWidget(solosobreturnoshoraplanilla);
-    columna->addStretch(1);
     return grupo;
 }
 
@@ -143,34 +141,82 @@ QWidget *agendahorarios::panelDias()
     grilla->addWidget(new QLabel(tr("Duración"), panel), 0, 5);
     grilla->setColumnStretch(6, 1);
 
+    m_grillaDias = grilla;
     const std::array<const char *, 7> prefijos{"Do", "Lu", "Ma", "Mi", "Ju", "Vi", "Sa"};
-    const QStringList nombres{
-        tr("Domingo"), tr("Lunes"), tr("Martes"), tr("Miércoles"), tr("Jueves"), tr("Viernes"), tr("Sábado")};
-    // The working week first, as it is filled in; Sunday closes it.
-    int fila = 1;
-    for (const size_t d : {1, 2, 3, 4, 5, 6, 0}) {
-        const QString prefijo = QLatin1String(prefijos[d]);
-        const auto hora = [&](const char *sufijo, int columna) {
+    for (size_t d = 0; d < dias.size(); ++d) {
+        const QString nombre = nombreDia(int(d));
+        const auto hora = [&](const char *sufijo, const QString &cual) {
             auto *campo = new CampoHora(panel);
-            campo->setObjectName(prefijo + QLatin1String(sufijo));
-            campo->setAccessibleName(nombres.at(int(d)) + u' ' + QLatin1String(sufijo));
-            grilla->addWidget(campo, fila, columna);
+            campo->setObjectName(QLatin1String(prefijos[d]) + QLatin1String(sufijo));
+            campo->setAccessibleName(nombre + u' ' + cual);
             return campo;
         };
-        grilla->addWidget(new QLabel(nombres.at(int(d)), panel), fila, 0);
         Renglon &renglon = dias[d];
-        renglon.maDesde = hora("MaDesde", 1);
-        renglon.maHasta = hora("MaHasta", 2);
-        renglon.taDesde = hora("TaDesde", 3);
-        renglon.taHasta = hora("TaHasta", 4);
+        renglon.nombre = new QLabel(nombre, panel);
+        renglon.maDesde = hora("MaDesde", tr("mañana desde"));
+        renglon.maHasta = hora("MaHasta", tr("mañana hasta"));
+        renglon.taDesde = hora("TaDesde", tr("tarde desde"));
+        renglon.taHasta = hora("TaHasta", tr("tarde hasta"));
         renglon.duracion = new QComboBox(panel);
         renglon.duracion->setObjectName(QStringLiteral("durtur%1").arg(d + 1));
+        renglon.duracion->setAccessibleName(tr("%1, duración de un turno").arg(nombre));
         for (int minutos = 5; minutos <= 60; minutos += 5)
             renglon.duracion->addItem(tr("%1 min").arg(minutos), minutos);
-        grilla->addWidget(renglon.duracion, fila, 5);
-        ++fila;
     }
     return panel;
+}
+
+void agendahorarios::ordenarDias(int primerDia)
+{
+    semana->setPrimerDia(primerDia);
+    QWidget *anterior = fechahasta;
+    int fila = 1;
+    for (const int d : ordenSemana(primerDia)) {
+        const Renglon &renglon = dias[size_t(d)];
+        int columna = 0;
+        for (QWidget *campo :
+             {static_cast<QWidget *>(renglon.nombre),
+              static_cast<QWidget *>(renglon.maDesde),
+              static_cast<QWidget *>(renglon.maHasta),
+              static_cast<QWidget *>(renglon.taDesde),
+              static_cast<QWidget *>(renglon.taHasta),
+              static_cast<QWidget *>(renglon.duracion)}) {
+            m_grillaDias->removeWidget(campo);
+            m_grillaDias->addWidget(campo, fila, columna++);
+            if (campo != renglon.nombre) {
+                setTabOrder(anterior, campo);
+                anterior = campo;
+            }
+        }
+        ++fila;
+    }
+}
+
+QWidget *agendahorarios::panelSemana()
+{
+    auto *grupo = new QGroupBox(tr("La semana con estas horas"), this);
+    semana = new VistaSemana(grupo);
+    semana->setObjectName(QStringLiteral("semana"));
+    total = new QLabel(grupo);
+    total->setObjectName(QStringLiteral("total"));
+    const auto renglones = [grupo](const QString &nombre) {
+        auto *texto = new QLabel(grupo);
+        texto->setObjectName(nombre);
+        texto->setTextFormat(Qt::PlainText);
+        texto->setWordWrap(true);
+        return texto;
+    };
+    fechascompartidas = renglones(QStringLiteral("fechascompartidas"));
+    avisos = renglones(QStringLiteral("avisos"));
+    QPalette colores = avisos->palette();
+    colores.setColor(QPalette::WindowText, ui::color::error());
+    avisos->setPalette(colores);
+    auto *columna = new QVBoxLayout(grupo);
+    columna->addWidget(semana, 1);
+    columna->addWidget(total);
+    columna->addWidget(fechascompartidas);
+    columna->addWidget(avisos);
+    return grupo;
 }
 
 QWidget *agendahorarios::panelNoLaborables()
@@ -178,6 +224,9 @@ QWidget *agendahorarios::panelNoLaborables()
     auto *grupo = new QGroupBox(tr("Días en que no se atiende"), this);
     listadias = new QListWidget(grupo);
     listadias->setObjectName(QStringLiteral("listadias"));
+    // It takes the height that is left, and asks for none of its own: the window has to fit a low screen.
+    listadias->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    listadias->setMinimumHeight(6 * listadias->fontMetrics().height());
     dia = new QComboBox(grupo);
     dia->setObjectName(QStringLiteral("dia"));
     std::vector<std::pair<QString, int>> numeros{{QStringLiteral("<Todos los días>"), 0}};
@@ -194,8 +243,8 @@ QWidget *agendahorarios::panelNoLaborables()
     ui::ponerEntradas(*mes, meses);
     dia->setCurrentIndex(0);
     mes->setCurrentIndex(0);
-    agregardia = boton(grupo, QStringLiteral("agregardia"), tr("&Agregar"), QStringLiteral("list-add"));
-    eliminardia = boton(grupo, QStringLiteral("eliminardia"), tr("&Quitar"), QStringLiteral("list-remove"));
+    agregardia = ui::boton(grupo, QStringLiteral("agregardia"), tr("&Agregar"), QStringLiteral("list-add"));
+    eliminardia = ui::boton(grupo, QStringLiteral("eliminardia"), tr("&Quitar"), QStringLiteral("list-remove"));
     auto *elegida = new QHBoxLayout;
     elegida->setSpacing(4);
     elegida->addWidget(dia, 1);
@@ -204,6 +253,9 @@ QWidget *agendahorarios::panelNoLaborables()
     auto *botones = new QHBoxLayout;
     botones->addWidget(agregardia);
     botones->addWidget(eliminardia);
+    nolabo = ui::boton(
+        grupo, QStringLiteral("nolabo"), tr("&Varias fechas o feriados..."), QStringLiteral("view-calendar"));
+    botones->addWidget(nolabo);
     botones->addStretch(1);
     auto *columna = new QVBoxLayout(grupo);
     columna->addLayout(elegida);

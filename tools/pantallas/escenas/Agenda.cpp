@@ -29,6 +29,48 @@ void reservar(Escena &e)
         texto->setPlainText(QStringLiteral("Primera vez. Trae estudios."));
 }
 
+const QString horarios = QStringLiteral("agendahorarios");
+const QString noLaborables = QStringLiteral("agendasnolabo");
+
+void abrirHorarios(Escena &e)
+{
+    e.abrirAgenda(taken);
+    e.pulsar(agendas, QStringLiteral("horarios"));
+}
+
+/// A new template being written, with an afternoon that begins before the morning's last slot is over.
+void plantillaNueva(Escena &e)
+{
+    const QString nombre = QStringLiteral("agendahorarios2");
+    e.ventanas().abrir(nombre, {}, &e.marco());
+    e.pulsar(nombre, QStringLiteral("nuevo"));
+    const std::pair<const char *, const char *> escritos[]
+        = {{"fechadesde", "04/01/2027"},
+           {"fechahasta", "26/02/2027"},
+           {"LuMaDesde", "08:00"},
+           {"LuMaHasta", "13:00"},
+           {"LuTaDesde", "12:30"},
+           {"LuTaHasta", "17:00"},
+           {"MiTaDesde", "15:00"},
+           {"MiTaHasta", "18:10"},
+           {"ViMaDesde", "09:00"}};
+    for (const auto &[campo, texto] : escritos)
+        e.escribir(nombre, QLatin1String(campo), QLatin1String(texto));
+}
+
+void vacaciones(Escena &e, const QString &nombre, const QString &desde, const QString &hasta)
+{
+    e.escribir(nombre, QStringLiteral("desde"), desde);
+    e.escribir(nombre, QStringLiteral("hasta"), hasta);
+    e.pulsar(nombre, QStringLiteral("agregar"));
+}
+
+void abrirNoLaborables(Escena &e)
+{
+    abrirHorarios(e);
+    e.pulsar(horarios, QStringLiteral("nolabo"));
+}
+
 std::function<void(Escena &)> deTurno(const QString &boton)
 {
     return [boton](Escena &e) {
@@ -44,10 +86,26 @@ std::vector<Pantalla> escenasDeAgenda()
     return {
         {agendas, [](Escena &e) { e.abrirAgenda(taken); }},
         {booking, reservar},
-        {QStringLiteral("agendahorarios"),
+        {horarios, abrirHorarios},
+        {QStringLiteral("agendahorarios2"), plantillaNueva},
+        {noLaborables,
          [](Escena &e) {
-             e.abrirAgenda(taken);
-             e.pulsar(agendas, QStringLiteral("horarios"));
+             abrirNoLaborables(e);
+             vacaciones(e, noLaborables, QStringLiteral("28/12/2026"), QStringLiteral("15/01/2027"));
+             vacaciones(e, noLaborables, QStringLiteral("24/02/2027"), QString());
+         }},
+        {QStringLiteral("agendasnolabo2"),
+         [](Escena &e) {
+             const QString nombre = QStringLiteral("agendasnolabo2");
+             e.ventanas().abrir(nombre, {}, &e.marco());
+             e.pulsar(nombre, QStringLiteral("paratodos"));
+             e.escribir(nombre, QStringLiteral("desde"), QStringLiteral("31/12/2026"));
+             e.pulsar(nombre, QStringLiteral("guardar"));
+         }},
+        {QStringLiteral("agendaferiados"),
+         [](Escena &e) {
+             abrirNoLaborables(e);
+             e.pulsar(noLaborables, QStringLiteral("feriados"));
          }},
         {QStringLiteral("agendamodifturno"), deTurno(QStringLiteral("modifhora"))},
         {QStringLiteral("agendamotivo"), deTurno(QStringLiteral("modifmoticonsul"))},
