@@ -187,6 +187,13 @@ const std::vector<Pantalla> &lista()
         {QStringLiteral("agendamotivo"), deTurno(QStringLiteral("modifmoticonsul"))},
         {QStringLiteral("agendaobservacion"), deTurno(QStringLiteral("modifobservacion"))},
         {chooser, elegirPaciente},
+        {QStringLiteral("encabezados"), [](Escena &e) { e.ventanas().abrir(QStringLiteral("encabezados")); }},
+        {QStringLiteral("vistaprevia"),
+         [](Escena &e) {
+             e.abrirAgenda(taken);
+             if (auto *lista = e.control<ui::Grilla>(agendas, QStringLiteral("lista")))
+                 static_cast<ui::Ventana *>(e.ventanas().buscar(agendas))->imprimirLista(*lista);
+         }},
         {alta, darDeAlta},
         {QStringLiteral("mensaje-eliminar"),
          [](Escena &e) { e.abrirAgenda(taken); },
