@@ -12,6 +12,8 @@ namespace {
 constexpr double comun = 9;
 /// A column of long texts may wrap rather than make the whole list small.
 constexpr double mayorParte = 0.35;
+/// Texts of so few characters are not parted.
+constexpr qsizetype cortos = 10;
 
 double sumar(const std::vector<double> &numeros) { return std::accumulate(numeros.begin(), numeros.end(), 0.0); }
 
@@ -23,21 +25,24 @@ struct Necesidad {
 
 Necesidad medir(const Tabla &tabla)
 {
-    const Letra letra(comun, false), negrita(comun, true);
+    const Letra normal(comun, false), negrita(comun, true);
     const size_t cuantas = size_t(tabla.columnas.size());
     Necesidad necesidad{std::vector<double>(cuantas), std::vector<double>(cuantas)};
-    const auto contar = [&](size_t i, Letra::Anchos anchos) {
+    const auto contar = [&](size_t i, const Letra &letra, const QString &texto) {
+        const Letra::Anchos anchos = letra.anchos(texto);
         necesidad.lineas[i] = qMax(necesidad.lineas[i], anchos.linea);
-        necesidad.palabras[i] = qMax(necesidad.palabras[i], anchos.palabra);
+        // An amount with its sign, an hour with "hs.": short texts stay whole.
+        const double entero = texto.size() <= cortos ? anchos.linea : anchos.palabra;
+        necesidad.palabras[i] = qMax(necesidad.palabras[i], entero);
     };
     for (size_t i = 0; i < cuantas; ++i)
-        contar(i, negrita.anchos(tabla.columnas[qsizetype(i)].titulo));
+        contar(i, negrita, tabla.columnas[qsizetype(i)].titulo);
     for (const Fila &fila : tabla.filas) {
         if (fila.clase == Fila::Clase::Grupo)
             continue;
-        const Letra &suya = fila.clase == Fila::Clase::Total ? negrita : letra;
+        const Letra &suya = fila.clase == Fila::Clase::Total ? negrita : normal;
         for (size_t i = 0; i < qMin(cuantas, size_t(fila.celdas.size())); ++i)
-            contar(i, suya.anchos(fila.celdas[qsizetype(i)]));
+            contar(i, suya, fila.celdas[qsizetype(i)]);
     }
     return necesidad;
 }

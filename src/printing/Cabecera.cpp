@@ -44,6 +44,9 @@ Cabecera::Cabecera(const Encabezado &encabezado, double ancho, double altoPagina
     }
     if (!encabezado.general.isEmpty()) {
         m_general = std::make_unique<TextoMedido>(encabezado.general, ancho - izquierda, altoPagina);
+        // Beside a picture, at half its height.
+        const double sobra = izquierda > 0 ? m_lugarImagen.height() - m_general->alto() : 0;
+        m_alto += qMax(0.0, sobra / 2);
         m_lugarGeneral = QPointF(izquierda, m_alto);
         m_alto += m_general->alto();
     }

@@ -49,11 +49,7 @@ QImage imagenDe(const QByteArray &bytes)
     return imagen.width() > ladoMaximo || imagen.height() > ladoMaximo ? QImage() : imagen;
 }
 
-QByteArray leerImagen(const db::Entorno &entorno)
-{
-    const auto bytes = leer(archivoImagen(entorno));
-    return bytes && !imagenDe(*bytes).isNull() ? *bytes : QByteArray();
-}
+QByteArray leerImagen(const db::Entorno &entorno) { return leer(archivoImagen(entorno)).value_or(QByteArray()); }
 
 base::Control ponerImagen(db::Entorno &entorno, const QString &archivo, Permiso permiso)
 {

@@ -9,7 +9,7 @@ namespace printing {
 
 /// The header picture: the file "encabezado" in the folder "Imagenes" of this computer's program folder.
 [[nodiscard]] QString archivoImagen(const db::Entorno &entorno);
-/// Its bytes; empty when there is none, or none that could be shown.
+/// Its bytes; empty when there is none, or one larger than a header picture may be.
 [[nodiscard]] QByteArray leerImagen(const db::Entorno &entorno);
 /// A picture from its bytes, whatever its format; null for anything else and for what no header could need.
 [[nodiscard]] QImage imagenDe(const QByteArray &bytes);

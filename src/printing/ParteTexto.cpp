@@ -35,6 +35,7 @@ private:
         double desde = 0;
         double hasta = 0;
         bool vacio = true;
+        bool separa = true; ///< empty, or a line drawn with "_"
     };
     void juntarRenglones();
 
@@ -54,7 +55,9 @@ void ParteTexto::juntarRenglones()
             const QTextLine linea = letras->lineAt(i);
             const double desde = origen.y() + linea.y();
             const QString suyo = bloque.text().mid(linea.textStart(), linea.textLength());
-            m_renglones.push_back({desde, desde + linea.height(), suyo.trimmed().isEmpty()});
+            const bool vacio = suyo.trimmed().isEmpty();
+            const bool separa = vacio || suyo.count(u'_') == suyo.trimmed().size();
+            m_renglones.push_back({desde, desde + linea.height(), vacio, separa});
         }
     }
     std::sort(m_renglones.begin(), m_renglones.end(), [](const Tramo &a, const Tramo &b) { return a.desde < b.desde; });
@@ -63,6 +66,7 @@ void ParteTexto::juntarRenglones()
         if (!m_tramos.empty() && renglon.desde < m_tramos.back().hasta - 2) {
             m_tramos.back().hasta = qMax(m_tramos.back().hasta, renglon.hasta);
             m_tramos.back().vacio = m_tramos.back().vacio && renglon.vacio;
+            m_tramos.back().separa = m_tramos.back().separa && renglon.separa;
         } else {
             m_tramos.push_back(renglon);
         }
@@ -78,11 +82,14 @@ Corte ParteTexto::cortar(Lugar desde, double alto, bool paginaVacia) const
         m_tramos.cbegin(), m_tramos.cend(), [&](const Tramo &tramo) { return tramo.hasta > desde.paso + 2; });
     if (primero == m_tramos.cend())
         return {desde, 0, true};
-    const auto noCabe
-        = std::find_if(primero, m_tramos.cend(), [&](const Tramo &tramo) { return tramo.hasta > limite + 1; });
+    auto noCabe = std::find_if(primero, m_tramos.cend(), [&](const Tramo &tramo) { return tramo.hasta > limite + 1; });
     if (noCabe == m_tramos.cend())
         return {desde, (m_tramos.back().hasta - desde.paso) * escala, true};
     if (noCabe != primero) {
+        // The first line of what follows a gap does not stay alone at the end of a page.
+        const auto ultimo = std::prev(noCabe);
+        if (ultimo != primero && !ultimo->separa && !noCabe->separa && std::prev(ultimo)->separa)
+            noCabe = ultimo;
         const double hasta = std::prev(noCabe)->hasta;
         // Blank lines would only push down what begins the next page.
         const auto sigue = std::find_if(noCabe, m_tramos.cend(), [](const Tramo &tramo) { return !tramo.vacio; });

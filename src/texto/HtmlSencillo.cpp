@@ -46,7 +46,7 @@ QString estiloDe(const QTextCharFormat &formato, const QFont &propia, Conservar 
 {
     QString estilo;
     const QBrush tinta = formato.foreground();
-    if (tinta.style() == Qt::SolidPattern && tinta.color() != QColor(Qt::black)) {
+    if (tinta.style() == Qt::SolidPattern && tinta.color().rgb() != QColor(Qt::black).rgb()) {
         const bool palida = qGray(tinta.color().rgb()) > 200;
         if (conservar == Conservar::Todo || (!palida && !formato.isAnchor()))
             estilo += QStringLiteral("color:%1;").arg(tinta.color().name());
@@ -61,34 +61,48 @@ QString estiloDe(const QTextCharFormat &formato, const QFont &propia, Conservar 
     return estilo;
 }
 
-QString fragmento(const QTextFragment &trozo, Conservar conservar)
+/// A stretch of a line in one format.
+struct Tramo {
+    QString etiquetas; ///< the letters of b, i, u and s, from the outside inwards
+    QString estilo;
+    QString html;
+};
+
+Tramo tramoDe(const QTextFragment &trozo, const QFont &propia, Conservar conservar)
 {
     const QTextCharFormat formato = trozo.charFormat();
-    QString html = escapado(trozo.text());
-    const auto envolver = [&html](bool si, const QString &etiqueta) {
-        if (si && !html.isEmpty())
-            html = QStringLiteral("<%1>%2</%1>").arg(etiqueta, html);
-    };
-    envolver(formato.fontStrikeOut(), QStringLiteral("s"));
-    envolver(formato.fontUnderline() && !(conservar == Conservar::Sencillo && formato.isAnchor()), QStringLiteral("u"));
-    envolver(formato.fontItalic(), QStringLiteral("i"));
-    envolver(formato.fontWeight() >= QFont::DemiBold, QStringLiteral("b"));
-    return html;
+    QString etiquetas;
+    if (formato.fontWeight() >= QFont::DemiBold)
+        etiquetas += u'b';
+    if (formato.fontItalic())
+        etiquetas += u'i';
+    if (formato.fontUnderline() && !(conservar == Conservar::Sencillo && formato.isAnchor()))
+        etiquetas += u'u';
+    if (formato.fontStrikeOut())
+        etiquetas += u's';
+    return {etiquetas, estiloDe(formato, propia, conservar), escapado(trozo.text())};
 }
 
 QString lineaDe(const QTextBlock &bloque, const QFont &propia, Conservar conservar)
 {
-    QString linea, abierto;
+    std::vector<Tramo> tramos;
     for (auto it = bloque.begin(); !it.atEnd(); ++it) {
-        const QString html = fragmento(it.fragment(), conservar);
-        if (html.isEmpty())
-            continue;
-        const QString estilo = estiloDe(it.fragment().charFormat(), propia, conservar);
-        if (estilo != abierto) {
+        Tramo tramo = tramoDe(it.fragment(), propia, conservar);
+        if (!tramos.empty() && tramos.back().etiquetas == tramo.etiquetas && tramos.back().estilo == tramo.estilo)
+            tramos.back().html += tramo.html;
+        else if (!tramo.html.isEmpty())
+            tramos.push_back(std::move(tramo));
+    }
+    QString linea, abierto;
+    for (const Tramo &tramo : tramos) {
+        if (tramo.estilo != abierto) {
             linea += abierto.isEmpty() ? QString() : QStringLiteral("</span>");
-            linea += estilo.isEmpty() ? QString() : QStringLiteral("<span style=\"%1\">").arg(estilo);
-            abierto = estilo;
+            linea += tramo.estilo.isEmpty() ? QString() : QStringLiteral("<span style=\"%1\">").arg(tramo.estilo);
+            abierto = tramo.estilo;
         }
+        QString html = tramo.html;
+        for (auto letra = tramo.etiquetas.crbegin(); letra != tramo.etiquetas.crend(); ++letra)
+            html = QStringLiteral("<%1>%2</%1>").arg(QString(*letra), html);
         linea += html;
     }
     return abierto.isEmpty() ? linea : linea + QStringLiteral("</span>");

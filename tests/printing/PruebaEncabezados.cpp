@@ -145,8 +145,8 @@ private slots:
 
         DatosPaciente paciente;
         paciente.apellido = u"Ñu"_s;
-        const Documento documento = armar(
-            *base, {.titulo = u"LISTA DE CONSULTAS"_s, .paciente = paciente, .html = u"<b>Fecha:</b> 'hoy'"_s});
+        const Documento documento
+            = armar(*base, {.titulo = u"LISTA DE CONSULTAS"_s, .paciente = paciente, .html = u"<b>Fecha:</b> 'hoy'"_s});
         QCOMPARE(
             motor->queryNative("SELECT texto FROM testigo", {})->text(0, 0),
             u"-99|LISTA DE CONSULTAS|<b>Fecha:</b> 'hoy'|1|1|1"_s);
@@ -235,8 +235,7 @@ private slots:
         QVERIFY(!ponerImagen(*base, foto(carpeta, "bmp", Qt::green), Permiso::DelUsuario));
         QCOMPARE(imagenDe(leerImagen(*base)).pixelColor(3, 3), QColor(Qt::green));
         QCOMPARE(QDir(base->carpetaPrograma() + u"/Imagenes"_s).entryList(QDir::Files), QStringList(u"encabezado"_s));
-        const QString pregunta
-            = u"¿Seguro que desea Eliminar la imagen usada como Encabezado de las impresiones?"_s;
+        const QString pregunta = u"¿Seguro que desea Eliminar la imagen usada como Encabezado de las impresiones?"_s;
         base->guion.esperarPregunta(u"Atención..."_s, pregunta, false);
         QCOMPARE(*quitarImagen(*base, Permiso::DelUsuario), false);
         QVERIFY(QFile::exists(archivoImagen(*base)));

@@ -89,12 +89,24 @@ private slots:
         for (int i = 0; i < 150; ++i)
             QCOMPARE(todo.count(u"Renglón %1:"_s.arg(i, 3, 10, QChar(u'0'))), 1);
 
+        // Nor does the first line of a consultation stay alone below the others.
+        html.clear();
+        for (int i = 0; i < 30; ++i)
+            html += u"<b>Fecha y Hora:</b> de%1<br>Motivo: de%1<br><p>&nbsp;</p><b>______</b><br>"_s.arg(
+                i, 3, 10, QChar(u'0'));
+        documento.cuerpo = {Texto{html}};
+        const QStringList paginas = textoImpreso(documento);
+        QVERIFY(paginas.size() > 2);
+        for (const QString &pagina : paginas)
+            for (int i = 0; i < 30; ++i)
+                QVERIFY(pagina.count(u"de%1"_s.arg(i, 3, 10, QChar(u'0'))) != 1);
+
         // The blank lines at its end never make an empty page.
         for (int renglones = 40; renglones < 80; ++renglones) {
             documento.cuerpo = {Texto{u"x<br>"_s.repeated(renglones) + u"<p>&nbsp;</p>"_s.repeated(30)}};
-            const Paginas paginas(documento);
+            const Paginas conBlancos(documento);
             documento.cuerpo = {Texto{u"x<br>"_s.repeated(renglones - 1) + u"x"_s}};
-            QCOMPARE(paginas.cantidad(), Paginas(documento).cantidad());
+            QCOMPARE(conBlancos.cantidad(), Paginas(documento).cantidad());
         }
     }
 

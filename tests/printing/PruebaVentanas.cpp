@@ -196,9 +196,9 @@ private slots:
         QCOMPARE(impresora->elegidas, 0);
 
         // It was there when it was chosen.
-        const QString seFue
-            = u"La impresora «Láser» no está disponible. Verifique que esté encendida y conectada, elija otra, o guarde "
-              "el documento como PDF."_s;
+        const QString seFue = u"La impresora «Láser» no está disponible. Verifique que esté encendida y conectada, "
+                              u"elija otra, o guarde "
+                              "el documento como PDF."_s;
         impresora->hay = true;
         impresora->presente = false;
         base->guion.esperarMensaje(u"ERROR..."_s, seFue);
@@ -290,8 +290,10 @@ private slots:
             u"No tiene permiso para ejecutar esta acción. Consulte con el Administrador del sistema para definir sus "
             "permisos de accesos."_s);
         QVERIFY(!abrirEncabezados());
+        db::Config(base->conexion()).guardar(u"encabezadogeneral", u"{\\rtf1 \\b Dr. <medico>\\par}"_s);
         encabezados *e = abrirEncabezados(true);
         QVERIFY(e);
+        QCOMPARE(e->encabezadogeneral->textoPlano(), u"Dr. <medico>"_s);
         // Headers of an older database are read, and are no change.
         QVERIFY(!e->hayCambios());
         pulsar(e->guardar);

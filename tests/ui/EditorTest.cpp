@@ -70,8 +70,7 @@ private slots:
         QVERIFY(editor->hoja()->hasFocus());
         QVERIFY(barra->centrado->isChecked() && !barra->izquierda->isChecked());
         QCOMPARE(
-            cuerpo(),
-            u"<p align=\"center\">uno <span style=\"color:#c00000;\"><b>dos</b></span> <u>tres</u></p>"_s);
+            cuerpo(), u"<p align=\"center\">uno <span style=\"color:#c00000;\"><b>dos</b></span> <u>tres</u></p>"_s);
 
         // What is stored comes back equal; black is the paper's own.
         const QString guardado = editor->html();

@@ -7,6 +7,17 @@
 
 namespace printing {
 
+namespace {
+
+/// A line of dashes fills a cell of the screen; on paper it would only make its column wide.
+QString paraPapel(const QString &celda)
+{
+    const QString texto = celda.trimmed();
+    return texto.size() > 3 && texto.count(u'-') == texto.size() ? QStringLiteral("---") : texto;
+}
+
+} // namespace
+
 void ver(ui::Ventanas &ventanas, const Documento &documento, QWidget *sobre)
 {
     ventanas.abrir(
@@ -32,7 +43,7 @@ Tabla tablaDe(const ui::Grilla &grilla)
         Fila fila;
         fila.celdas.reserve(qsizetype(vistas.size()));
         for (const int columna : vistas)
-            fila.celdas << modelo.textoCelda(f, columna);
+            fila.celdas << paraPapel(modelo.textoCelda(f, columna));
         tabla.filas.append(std::move(fila));
     }
     return tabla;
