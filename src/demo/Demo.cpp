@@ -24,6 +24,24 @@ void guardarUltimasConsultas(Practica &practica)
             practica.lote.escribir(sql, {practica.pacientes[i].ultimaConsulta, int(i) + 1});
 }
 
+void guardarEncabezados(db::Config &config)
+{
+    config.guardar(
+        u"encabezadogeneral",
+        QStringLiteral(
+            "<html><head><style>p,ul,ol,li{margin:0;white-space:pre-wrap}</style></head><body>"
+            "<p align=\"center\"><span style=\"color:#0b5c8f;font-size:14pt;\"><b>Consultorios San "
+            "Martín</b></span></p>"
+            "<p align=\"center\"><b>&lt;medico&gt;</b>  -  &lt;especialidad&gt;  -  Mat. &lt;matricula&gt;</p>"
+            "<p align=\"center\">San Martín 1450, Rosario  -  Tel. (0341) 445-1200</p></body></html>"));
+    config.guardar(
+        u"encabezadopaciente",
+        QStringLiteral("<html><head><style>p,ul,ol,li{margin:0;white-space:pre-wrap}</style></head><body>"
+                       "<p><b>Paciente:</b> &lt;apellido&gt;, &lt;nombre&gt;     <b>D.N.I.:</b> &lt;dni&gt;     "
+                       "<b>Nº H.C.:</b> &lt;hc&gt;</p><p><b>Fecha de nacimiento:</b> &lt;fechanac&gt;     "
+                       "<b>Sexo:</b> &lt;sexo&gt;</p></body></html>"));
+}
+
 } // namespace
 
 void llenar(db::Connection &conexion, const Medida &medida, const Avance &avance)
@@ -47,6 +65,7 @@ void llenar(db::Connection &conexion, const Medida &medida, const Avance &avance
     config.guardar(u"UltimoPaci", ultimo);
     config.guardar(u"prefijohc", QStringLiteral("HC-"));
     config.guardar(u"numerohc", QString::number(ultimo + 1));
+    guardarEncabezados(config);
     tramo(avance, 0, 100)(100, QStringLiteral("Listo"));
 }
 

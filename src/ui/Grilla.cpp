@@ -298,11 +298,14 @@ void Grilla::contextMenuEvent(QContextMenuEvent *event)
     QAction *todo = menu.addAction(tr("Copiar toda la lista"));
     Ventana *ventana = ventanaDe(this);
     QAction *exportar = ventana ? menu.addAction(tr("Exportar la lista...")) : nullptr;
+    QAction *imprimir = ventana && ventana->puedeImprimirLista() ? menu.addAction(tr("Imprimir la lista...")) : nullptr;
     const QAction *elegida = menu.exec(event->globalPos());
     if (!elegida)
         return;
     if (elegida == exportar)
         ventana->exportar(*this);
+    else if (elegida == imprimir)
+        ventana->imprimirLista(*this);
     else if (elegida == copiar || elegida == todo)
         QApplication::clipboard()->setText(comoTexto(elegida == copiar));
 }

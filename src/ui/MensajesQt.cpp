@@ -1,7 +1,9 @@
 #include "ui/MensajesQt.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
@@ -92,7 +94,9 @@ std::optional<QString> MensajesQt::pedirClave(const QString &titulo, const QStri
 
 std::optional<QString> MensajesQt::elegirArchivo(const QString &titulo, const QString &carpeta, const QString &filtro)
 {
-    return elegido(QFileDialog::getOpenFileName(sobre(), titulo, carpeta, filtro));
+    // A folder that this computer does not have, such as "C:", would be taken for the name of a file.
+    const QString desde = carpeta.isEmpty() || QFileInfo::exists(carpeta) ? carpeta : QDir::homePath();
+    return elegido(QFileDialog::getOpenFileName(sobre(), titulo, desde, filtro));
 }
 
 std::optional<QString> MensajesQt::elegirDestino(const QString &titulo, const QString &propuesto, const QString &filtro)

@@ -4,6 +4,7 @@
 #include "db/Entorno.h"
 #include "db/Error.h"
 #include "ui/Grilla.h"
+#include "ui/NombreArchivo.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -129,12 +130,8 @@ void Ventana::terminar(const QVariantMap &resultado)
 
 void Ventana::exportar(const Grilla &grilla)
 {
-    QString propuesto = windowTitle();
-    for (QChar &c : propuesto)
-        if (QStringView(u"\\/:*?\"<>|").contains(c))
-            c = u' ';
     const auto destino = m_entorno.mensajes().elegirDestino(
-        tr("Exportar"), propuesto.simplified() + QStringLiteral(".csv"), tr("Planilla (*.csv)"));
+        tr("Exportar"), nombreDeArchivo(windowTitle()) + QStringLiteral(".csv"), tr("Planilla (*.csv)"));
     if (!destino)
         return;
     QSaveFile archivo(*destino);
@@ -144,6 +141,14 @@ void Ventana::exportar(const Grilla &grilla)
     if (!escrito)
         m_entorno.mensajes().fallar(
             base::titulo::error, tr("No se pudo escribir el archivo: %1").arg(archivo.errorString()));
+}
+
+bool Ventana::puedeImprimirLista() const { return bool(m_ventanas.imprimirLista()); }
+
+void Ventana::imprimirLista(const Grilla &grilla)
+{
+    if (puedeImprimirLista())
+        intentar([&] { m_ventanas.imprimirLista()(*this, grilla); });
 }
 
 void Ventana::closeEvent(QCloseEvent *event)
@@ -178,7 +183,7 @@ void Ventana::keyPressEvent(QKeyEvent *event)
     case Qt::Key_Escape: hecho = sola; break;
     case Qt::Key_S: hecho = ctrl && pulsar(QStringLiteral("guardar")); break;
     case Qt::Key_N: hecho = ctrl && pulsar(QStringLiteral("nuevo")); break;
-    case Qt::Key_P: hecho = ctrl && pulsar(QStringLiteral("imprimir")); break;
+    case Qt::Key_P: hecho = ctrl && alImprimir(); break;
     case Qt::Key_Delete:
         hecho = sola && qobject_cast<QAbstractItemView *>(focusWidget()) && pulsar(QStringLiteral("eliminar"));
         break;
@@ -218,6 +223,21 @@ bool Ventana::pulsar(const QString &nombre)
     boton->click();
     if (antes && focusWidget() == propio && isVisible())
         antes->setFocus(Qt::OtherFocusReason);
+    return true;
+}
+
+bool Ventana::alImprimir()
+{
+    if (findChild<QAbstractButton *>(QStringLiteral("imprimir")))
+        return pulsar(QStringLiteral("imprimir"));
+    const auto *lista = qobject_cast<Grilla *>(focusWidget());
+    if (!lista) {
+        const QList<Grilla *> listas = findChildren<Grilla *>();
+        lista = listas.size() == 1 && listas.first()->isVisibleTo(this) ? listas.first() : nullptr;
+    }
+    if (!lista || !puedeImprimirLista())
+        return false;
+    imprimirLista(*lista);
     return true;
 }
 

@@ -20,9 +20,9 @@ class Grilla;
 
 /// Base of every window: knows the shared state, runs its actions so that a database failure is shown once and leaves
 /// the fields as typed, closes on Esc (asking when something would be lost), saves on Ctrl+S by pressing the control
-/// named `guardar`, new on Ctrl+N (`nuevo`), print on Ctrl+P (`imprimir`), Del in a list removes (`eliminar`), F5 loads
-/// again, F1 shows ayuda(). Enter moves on to the next field, presses the button that has the focus, or the one named
-/// by setEnter().
+/// named `guardar`, new on Ctrl+N (`nuevo`), print on Ctrl+P (`imprimir`; without such a control, the list that has the
+/// focus, or the only one), Del in a list removes (`eliminar`), F5 loads again, F1 shows ayuda(). Enter moves on to the
+/// next field, presses the button that has the focus, or the one named by setEnter().
 class Ventana : public QWidget
 {
     Q_OBJECT
@@ -49,6 +49,9 @@ public:
     void exportar(const Grilla &grilla);
     /// Runs an action; a db::Error is shown ("ERROR...") and yields false.
     bool intentar(const std::function<void()> &accion);
+    /// Shows all rows of a grid as they are to be printed; see Ventanas::setImprimirLista().
+    void imprimirLista(const Grilla &grilla);
+    [[nodiscard]] bool puedeImprimirLista() const;
 
 signals:
     void terminada(const QVariantMap &resultado);
@@ -77,6 +80,7 @@ protected:
 
 private:
     bool pulsar(const QString &nombre);
+    bool alImprimir();
     bool alEnter();
 
     db::Entorno &m_entorno;

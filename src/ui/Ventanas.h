@@ -12,6 +12,7 @@ class QWidget;
 
 namespace ui {
 
+class Grilla;
 class Ventana;
 
 /// What a window is opened for: facts by name ("modo", "nrohc"...), and who wants to know the outcome. `alTerminar` is
@@ -46,6 +47,11 @@ public:
     /// Every registered name, in alphabetical order.
     [[nodiscard]] QStringList nombres() const;
 
+    /// How the rows of a window's grid are printed. Without it nothing offers to.
+    using ImprimirLista = std::function<void(Ventana &ventana, const Grilla &grilla)>;
+    void setImprimirLista(ImprimirLista imprimir) { m_imprimirLista = std::move(imprimir); }
+    [[nodiscard]] const ImprimirLista &imprimirLista() const { return m_imprimirLista; }
+
     /// Where Modo::Marco windows appear; without one they are windows of their own (as in tests).
     void setArea(QMdiArea *area);
 
@@ -79,6 +85,7 @@ private:
     static void traerAlFrente(Ventana *ventana);
 
     std::map<QString, Entrada> m_entradas;
+    ImprimirLista m_imprimirLista;
     QPointer<QMdiArea> m_area;
 };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 namespace db {
 class Entorno;
 }
@@ -9,7 +11,10 @@ class Ventanas;
 
 namespace printing {
 
-/// Registers the windows of printing: headers and preview.
-void registrarVentanas(db::Entorno &entorno, ui::Ventanas &ventanas);
+class Impresora;
+
+/// Registers the windows of printing, headers and preview, and lets every grid print its rows. Without an `impresora`
+/// the printers are those of the system.
+void registrarVentanas(db::Entorno &entorno, ui::Ventanas &ventanas, std::shared_ptr<Impresora> impresora = nullptr);
 
 } // namespace printing

@@ -36,6 +36,13 @@ std::vector<Pantalla> escenasDeSistema()
         {QStringLiteral("configuracion-sistema"), deConfiguracion(6)},
         {QStringLiteral("configuracion-copias"), deConfiguracion(7)},
         {QStringLiteral("configuracion-usuarios"), deConfiguracion(9)},
+        {QStringLiteral("encabezados"), [](Escena &e) { e.ventanas().abrir(QStringLiteral("encabezados")); }},
+        {QStringLiteral("vistaprevia"),
+         [](Escena &e) {
+             e.abrirAgenda(QStringLiteral("11:20"));
+             if (auto *lista = e.control<ui::Grilla>(QStringLiteral("agendas"), QStringLiteral("lista")))
+                 e.ventanas().buscar(QStringLiteral("agendas"))->imprimirLista(*lista);
+         }},
         {QStringLiteral("mensaje-sin-base"),
          [](Escena &) {},
          [](Escena &e, base::Mensajes &) { e.pulsar({}, QStringLiteral("menagendas")); },
