@@ -25,7 +25,10 @@ Table config()
             // First day of the week in the agenda's calendars, 0 Sunday.
             + con(0, enteros("primerdiaagendaturnos imprimirturnos")) + memos("plantillaagenda")
             + con(20, enteros(serie("durtur", 2, 7))) + textos(20, "versionprograma") + textos(50, "reemplazoid")
-            + textos(20, "prefijohc numerohc"));
+            + textos(20, "prefijohc numerohc")
+            // Automatic copies: folder (empty: "Backup" of the program folder), how many are kept, every how many
+            // hours.
+            + textos(250, "backupcarpeta") + con(14, enteros("backupcantidad")) + con(4, enteros("backuphoras")));
 }
 
 Table listaDoctores()

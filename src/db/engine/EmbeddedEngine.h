@@ -45,6 +45,7 @@ public:
     void addColumn(const QString &table, const Column &column) override;
     [[nodiscard]] bool moved() const override;
     [[nodiscard]] bool readOnly() const override;
+    [[nodiscard]] std::optional<EmbeddedFile> embeddedFile() const override { return m_file; }
 
     /// The same with text in the engine's own SQL, for what stands above another dialect.
     [[nodiscard]] Rows queryNative(const QByteArray &sql, const Params &params);
@@ -52,6 +53,8 @@ public:
 
     /// The raw handle, for measurements and the online copy.
     [[nodiscard]] sqlite3 *handle() const { return m_database; }
+    /// The failure that a call on the handle ended with, as an error of ours.
+    [[noreturn]] void fail(int code, const QByteArray &sql = {}) const;
 
 private:
     struct Prepared {
@@ -62,8 +65,9 @@ private:
     [[nodiscard]] sqlite3_stmt *prepare(const QByteArray &sql);
     void bind(sqlite3_stmt *statement, const Params &params);
     void finalizeAll();
-    [[noreturn]] void fail(int code, const QByteArray &sql = {}) const;
+    [[nodiscard]] QByteArray salt() const;
 
+    EmbeddedFile m_file;
     sqlite3 *m_database = nullptr;
     std::list<Prepared> m_statements; ///< most recently used first
     QHash<QByteArray, std::list<Prepared>::iterator> m_byText;
