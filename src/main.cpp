@@ -2,6 +2,7 @@
 #include "app/Carpetas.h"
 #include "app/Modulo.h"
 #include "app/Opciones.h"
+#include "app/forms/AvisoSonoro.h"
 #include "app/forms/Composicion.h"
 #include "app/forms/sistema.h"
 #include "base/Clock.h"
@@ -9,6 +10,7 @@
 #include "db/Engine.h"
 #include "db/Error.h"
 #include "demo/Archivo.h"
+#include "maintenance/RespaldoAutomatico.h"
 #include "ui/MensajesQt.h"
 #include "ui/Preferencias.h"
 #include "ui/PrepararAplicacion.h"
@@ -56,7 +58,7 @@ int main(int argc, char *argv[])
 
     app::Modulo modulo(*carpeta, mensajes, clock, db::Engines::standard());
     ui::Ventanas ventanas;
-    app::registrarVentanas(modulo, ventanas);
+    app::registrarVentanas(modulo, ventanas, &modulo);
 
     app::Arranque arranque(modulo, &app::Arranque::lanzar);
     if (arranque.iniciar() == app::Arranque::Destino::Acceso)
@@ -66,7 +68,12 @@ int main(int argc, char *argv[])
                 "El sistema pide elegir el usuario al iniciar, pero esa ventana todavía no forma parte de esta "
                 "versión de Vastelo: se trabaja con el usuario activo de esta computadora."));
 
+    app::AvisoSonoro sonido;
+    maintenance::RespaldoAutomatico respaldo(modulo);
     app::sistema sistema(modulo, modulo, ventanas);
+    sistema.setSonido([&sonido](const QString &archivo) { sonido.tocar(archivo); });
+    sistema.setRespaldo(&respaldo);
+    modulo.setAlCambiarBase([&sistema] { sistema.cambioDeBase(); });
     sistema.showMaximized();
     return QApplication::exec();
 }

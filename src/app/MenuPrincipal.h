@@ -31,6 +31,9 @@ struct BotonMenu {
     QChar tecla; ///< letter of the caption that stands for it on the keyboard
     Accion hace = Accion::Ventana;
     bool soloServidor = false; ///< works only on the computer that holds the database
+    /// Opens all the same when the check failed, which has been told by then: nobody's row and rights can be read, and
+    /// nothing is logged.
+    bool sinBase = false;
 };
 
 /// The menu's buttons in their order in the window.
@@ -46,6 +49,7 @@ struct VentanasDelMenu {
 /// What became of a press.
 enum class Apertura {
     SinBase, ///< the database check failed
+    AbiertaSinBase, ///< it failed, and the window is one that needs no database
     Activada, ///< it was open already
     Rechazada, ///< no valid user, no right, or not on this computer
     NoDisponible, ///< the window is not part of this version
@@ -54,7 +58,8 @@ enum class Apertura {
 };
 
 /// A press of a menu button that opens a window: database check, open window used again, the current user's row, its
-/// right, and only then the window and its log entry. Whatever stops it has been told to the person. Throws db::Error.
+/// right, and only then the window and its log entry. A button marked `sinBase` opens its window also when the check
+/// failed. Whatever stops it has been told to the person. Throws db::Error.
 Apertura
 abrirDesdeMenu(db::Entorno &entorno, Comprobador &comprobador, const VentanasDelMenu &ventanas, const BotonMenu &boton);
 

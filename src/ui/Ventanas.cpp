@@ -94,7 +94,8 @@ Ventana *Ventanas::abrir(const QString &nombre, const Pedido &pedido, QWidget *s
     }
     if (entrada.abierta != ventana)
         return nullptr; // it closed itself while preparing
-    if (entrada.modo == Modo::Dialogo)
+    // What a dialog opens comes over it: whatever is behind it waits.
+    if (entrada.modo == Modo::Dialogo || (sobre && sobre->window()->isModal()))
         mostrarComoDialogo(ventana, sobre);
     else
         mostrarEnMarco(ventana);
@@ -124,11 +125,11 @@ void Ventanas::refrescar(const QStringList &nombres)
     }
 }
 
-bool Ventanas::cerrarTodas()
+bool Ventanas::cerrarTodas(const Ventana *menos)
 {
     for (const Modo modo : {Modo::Dialogo, Modo::Marco})
         for (auto &[nombre, entrada] : m_entradas)
-            if (entrada.modo == modo && entrada.abierta && !entrada.abierta->close())
+            if (entrada.modo == modo && entrada.abierta && entrada.abierta != menos && !entrada.abierta->close())
                 return false;
     return true;
 }

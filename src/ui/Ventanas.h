@@ -24,7 +24,7 @@ struct Pedido {
 
 /// How a window appears.
 enum class Modo {
-    Marco, ///< inside the main window, beside the others
+    Marco, ///< inside the main window, beside the others; over its opener when that is a dialog
     Dialogo ///< over its opener, which waits until it closes
 };
 
@@ -60,8 +60,9 @@ public:
     bool activar(const QString &nombre);
     /// Asks every open window to load its data again; those named, or all.
     void refrescar(const QStringList &nombres = {});
-    /// Closes every window, dialogs first; false when one of them stayed open because something would be lost.
-    bool cerrarTodas();
+    /// Closes every window, dialogs first, but not `menos`; false when one of them stayed open because something would
+    /// be lost.
+    bool cerrarTodas(const Ventana *menos = nullptr);
 
 private:
     struct Entrada {

@@ -3,9 +3,11 @@
 #include "Camara.h"
 #include "Consultorio.h"
 #include "app/forms/Composicion.h"
+#include "app/forms/PaginaAyuda.h"
 #include "app/forms/sistema.h"
 #include "db/Error.h"
 #include "db/Verificacion.h"
+#include "maintenance/RespaldoAutomatico.h"
 #include "ui/Grilla.h"
 #include "ui/MensajesQt.h"
 #include "ui/Ventana.h"
@@ -33,7 +35,7 @@ public:
     explicit Escena(Consultorio &consultorio)
         : m_consultorio(consultorio)
     {
-        app::registrarVentanas(consultorio, m_ventanas);
+        app::registrarVentanas(consultorio, m_ventanas, &consultorio);
         m_marco = std::make_unique<app::sistema>(consultorio, consultorio, m_ventanas);
         m_marco->setGeometry(0, 0, 1280, 800);
         QCursor::setPos(700, 799); // over nothing that would light up
@@ -188,6 +190,27 @@ const std::vector<Pantalla> &lista()
         {QStringLiteral("agendaobservacion"), deTurno(QStringLiteral("modifobservacion"))},
         {chooser, elegirPaciente},
         {alta, darDeAlta},
+        {QStringLiteral("accesored"),
+         [](Escena &e) {
+             e.pulsar({}, QStringLiteral("menaccesored"));
+             e.pulsar(QStringLiteral("accesored"), QStringLiteral("probar"));
+         }},
+        {QStringLiteral("ayuda"),
+         [](Escena &e) {
+             e.pulsar({}, QStringLiteral("menayuda"));
+             if (auto *pagina = e.control<app::PaginaAyuda>(QStringLiteral("ayuda"), QStringLiteral("pagina")))
+                 pagina->irA(QStringLiteral("guia/turnos.md"));
+         }},
+        {QStringLiteral("acerca"), [](Escena &e) { e.pulsar({}, QStringLiteral("menacerca")); }},
+        {QStringLiteral("mensaje-respaldo"),
+         [](Escena &) {},
+         [](Escena &, base::Mensajes &mensajes) {
+             mensajes.advertir(
+                 base::titulo::atencion,
+                 maintenance::textoSinRespaldo(
+                     QStringLiteral("No se puede crear la carpeta '/media/disco/copias'."),
+                     QDateTime(QDate(2026, 11, 23), QTime(16, 20))));
+         }},
         {QStringLiteral("mensaje-eliminar"),
          [](Escena &e) { e.abrirAgenda(taken); },
          [](Escena &e, base::Mensajes &) { e.pulsar(agendas, QStringLiteral("liberar")); }},

@@ -49,6 +49,12 @@ void createDatabaseFile(const QString &path, const QString &password)
         throw Error(Error::Kind::CannotOpen, code, QStringLiteral("No se puede crear el archivo de la base de datos."));
 }
 
+QString embeddedEngineVersion()
+{
+    return QStringLiteral("%1 (SQLite %2)")
+        .arg(QLatin1String(sqlite3mc_version()), QLatin1String(sqlite3_libversion()));
+}
+
 EmbeddedEngine::EmbeddedEngine(const QString &path, const QString &password, Opening opening)
     : m_file{path, password}
 {

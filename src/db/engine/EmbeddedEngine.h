@@ -16,6 +16,9 @@ namespace db {
 /// cannot be written.
 void createDatabaseFile(const QString &path, const QString &password);
 
+/// Name and version of the embedded engine, for the about box.
+[[nodiscard]] QString embeddedEngineVersion();
+
 /// The embedded engine: one encrypted file (SQLCipher 4 format: AES-256 pages of 4096 bytes, HMAC-SHA512, key from
 /// PBKDF2-HMAC-SHA512 with 256,000 rounds over the file's salt), Access SQL in, several stations on one file. Rollback
 /// journal and full synchronisation; a station waits up to ten seconds for another's write.
