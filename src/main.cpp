@@ -2,12 +2,14 @@
 #include "app/Carpetas.h"
 #include "app/Modulo.h"
 #include "app/Opciones.h"
+#include "app/forms/AvisoSonoro.h"
 #include "app/forms/Composicion.h"
 #include "app/forms/sistema.h"
 #include "base/Clock.h"
 #include "db/Engine.h"
 #include "db/Error.h"
 #include "demo/Archivo.h"
+#include "maintenance/RespaldoAutomatico.h"
 #include "ui/MensajesQt.h"
 #include "ui/Preferencias.h"
 #include "ui/PrepararAplicacion.h"
@@ -55,12 +57,17 @@ int main(int argc, char *argv[])
 
     app::Modulo modulo(*carpeta, mensajes, clock, db::Engines::standard());
     ui::Ventanas ventanas;
-    app::registrarVentanas(modulo, ventanas);
+    app::registrarVentanas(modulo, ventanas, &modulo);
 
     app::Arranque arranque(modulo, &app::Arranque::lanzar);
     const bool conIngreso = arranque.iniciar() == app::Arranque::Destino::Acceso;
 
+    app::AvisoSonoro sonido;
+    maintenance::RespaldoAutomatico respaldo(modulo);
     app::sistema sistema(modulo, modulo, ventanas);
+    sistema.setSonido([&sonido](const QString &archivo) { sonido.tocar(archivo); });
+    sistema.setRespaldo(&respaldo);
+    modulo.setAlCambiarBase([&sistema] { sistema.cambioDeBase(); });
     QObject::connect(
         &sistema, &app::sistema::ingresoCancelado, &application, &QCoreApplication::quit, Qt::QueuedConnection);
     sistema.empezar(conIngreso);

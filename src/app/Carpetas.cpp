@@ -34,12 +34,13 @@ base::Resultado<QString> carpetaDePrograma(const Opciones &opciones, const QStri
             QStringLiteral("Error..."),
             QStringLiteral("No se puede usar la carpeta de programa:\n%1").arg(QDir::toNativeSeparators(carpeta))};
 
-    const QString plantilla = QStringLiteral("/Datos_Vacio.mdb");
-    if (!QFileInfo::exists(carpeta + plantilla) && QFileInfo::exists(carpetaEjecutable + plantilla)) {
-        const QString nueva = carpeta + plantilla + QStringLiteral(".nuevo");
-        QFile::remove(nueva);
-        if (QFile::copy(carpetaEjecutable + plantilla, nueva))
-            QFile::rename(nueva, carpeta + plantilla);
+    for (const QString &archivo : {QStringLiteral("/Datos_Vacio.mdb"), QStringLiteral("/chat.wav")}) {
+        if (QFileInfo::exists(carpeta + archivo) || !QFileInfo::exists(carpetaEjecutable + archivo))
+            continue;
+        const QString nuevo = carpeta + archivo + QStringLiteral(".nuevo");
+        QFile::remove(nuevo);
+        if (QFile::copy(carpetaEjecutable + archivo, nuevo))
+            QFile::rename(nuevo, carpeta + archivo);
     }
     return carpeta;
 }

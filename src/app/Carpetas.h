@@ -7,7 +7,8 @@ namespace app {
 
 /// The program folder to use, made when missing and holding the template: the one asked for, else the executable's when
 /// it can be written, else one under the user's data directory; with a demo and no folder asked for, its subfolder
-/// "demo". A template beside the executable is copied there when there is none. Refused when the folder cannot be made.
+/// "demo". The template and the sound of the notices beside the executable are copied there when it has none. Refused
+/// when the folder cannot be made.
 [[nodiscard]] base::Resultado<QString> carpetaDePrograma(const Opciones &opciones, const QString &carpetaEjecutable);
 
 } // namespace app

@@ -75,7 +75,7 @@ const std::vector<BotonMenu> &menuPrincipal()
          .ayuda = u"Configura la ubicación de la Ruta de la Base de datos."_qs,
          .derecho = u"accesored"_qs, .ventana = u"accesored"_qs,
          .accion = u"Se ingresó a la ventana Red (Modo de Acceso - Ubicación de la Base de Datos)."_qs,
-         .icono = u"network-connect"_qs, .tecla = u'R'},
+         .icono = u"network-connect"_qs, .tecla = u'R', .sinBase = true}, // the message of the check sends her there
         {.nombre = u"menayuda"_qs, .titulo = u"Ayuda"_qs, .ayuda = u"Ayuda"_qs,
          .derecho = {}, .ventana = u"ayuda"_qs, .accion = {},
          .icono = u"help-contents"_qs, .tecla = u'Y', .hace = Accion::Ayuda},
@@ -89,7 +89,7 @@ const std::vector<BotonMenu> &menuPrincipal()
          .icono = u"drive-harddisk"_qs, .tecla = u'B', .soloServidor = true},
         {.nombre = u"menacerca"_qs, .titulo = u"Acerca de"_qs, .ayuda = {},
          .derecho = {}, .ventana = u"acerca"_qs, .accion = {},
-         .icono = u"help-about"_qs, .tecla = u'E'},
+         .icono = u"help-about"_qs, .tecla = u'E', .sinBase = true},
         {.nombre = u"menmantenimiento"_qs, .titulo = u"Mantenimiento"_qs,
          .ayuda = u"Actualiza los Datos necesarios del programa"_qs,
          .derecho = u"accesoconfiguracion"_qs, .ventana = u"mantenimiento"_qs,
@@ -131,11 +131,28 @@ const std::vector<BotonMenu> &menuPrincipal()
     return botones;
 }
 
+namespace {
+
+Apertura abrirSinBase(db::Entorno &entorno, const VentanasDelMenu &ventanas, const BotonMenu &boton)
+{
+    if (!boton.sinBase)
+        return Apertura::SinBase;
+    if (ventanas.activar(boton.ventana))
+        return Apertura::Activada;
+    if (!ventanas.existe(boton.ventana)) {
+        avisarNoDisponible(entorno);
+        return Apertura::NoDisponible;
+    }
+    return ventanas.abrir(boton.ventana, {}) ? Apertura::AbiertaSinBase : Apertura::Declinada;
+}
+
+} // namespace
+
 Apertura
 abrirDesdeMenu(db::Entorno &entorno, Comprobador &comprobador, const VentanasDelMenu &ventanas, const BotonMenu &boton)
 {
     if (!comprobador.verificarBase())
-        return Apertura::SinBase;
+        return abrirSinBase(entorno, ventanas, boton);
     if (!ventanas.ingresado())
         return Apertura::SinIngreso;
     if (ventanas.activar(boton.ventana))

@@ -37,6 +37,9 @@ struct BotonMenu {
     bool soloServidor = false; ///< works only on the computer that holds the database
     /// Also for a current user who does not exist any more: choosing another one is the only way out of that.
     bool sinUsuario = false;
+    /// Opens all the same when the check failed, which has been told by then: nobody's row and rights can be read, and
+    /// nothing is logged.
+    bool sinBase = false;
 };
 
 /// The menu's buttons in their order in the window.
@@ -59,6 +62,7 @@ struct VentanasDelMenu {
 enum class Apertura {
     SinBase, ///< the database check failed
     SinIngreso, ///< users must log in first
+    AbiertaSinBase, ///< it failed, and the window is one that needs no database
     Activada, ///< it was open already
     Rechazada, ///< no valid user, no right, or not on this computer
     NoDisponible, ///< the window is not part of this version
@@ -68,8 +72,8 @@ enum class Apertura {
 };
 
 /// A press of a menu button that opens a window: database check, open window used again, the current user's row, its
-/// right or an administrator's password, and only then the window and its log entry. Whatever stops it has been told to
-/// the person. Throws db::Error.
+/// right or an administrator's password, and only then the window and its log entry. A button marked `sinBase` opens
+/// its window also when the check failed. Whatever stops it has been told to the person. Throws db::Error.
 Apertura
 abrirDesdeMenu(db::Entorno &entorno, Comprobador &comprobador, const VentanasDelMenu &ventanas, const BotonMenu &boton);
 

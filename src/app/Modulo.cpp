@@ -119,6 +119,28 @@ bool Modulo::comprobar()
     return db::verificarCatalogo(*m_conexion, m_mensajes);
 }
 
+bool Modulo::cambiarRuta(const Ruta &ruta)
+{
+    ruta.guardar(archivoRuta());
+    desconectar();
+    const bool lista = verificarBase();
+    if (m_alCambiarBase)
+        m_alCambiarBase();
+    return lista;
+}
+
+Hallazgo Modulo::examinarRuta(const Ruta &ruta) const
+{
+    const Destino destino = destinoDe(ruta, m_carpetaPrograma);
+    if (!destino.servidor && !QFileInfo::exists(destino.archivo))
+        return {false, QStringLiteral("No está el archivo Datos.mdb en esa carpeta.")};
+    try {
+        return examinarBase(*db::Connection::open(destino.cadenaConexion(), m_engines));
+    } catch (const db::Error &error) {
+        return {false, error.description()};
+    }
+}
+
 void Modulo::prepararBase()
 {
     if (m_conexion->readOnly()) {

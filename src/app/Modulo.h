@@ -1,7 +1,6 @@
 #pragma once
 
-#include "app/Comprobador.h"
-#include "app/Ruta.h"
+#include "app/Red.h"
 #include "db/Engine.h"
 #include "db/Entorno.h"
 
@@ -15,7 +14,7 @@ namespace app {
 
 /// The state that all windows share: one instance, made in main() and handed down by reference. Reads the settings
 /// files of its program folder and owns the one shared connection.
-class Modulo final : public db::Entorno, public Comprobador
+class Modulo final : public db::Entorno, public CambioDeRuta
 {
 public:
     static constexpr auto version = "1.60.8";
@@ -45,6 +44,14 @@ public:
     [[nodiscard]] bool verificarBase() override;
     [[nodiscard]] bool baseLista() const override { return m_valida && m_preparada; }
 
+    // CambioDeRuta
+    [[nodiscard]] Ruta rutaGuardada() const override { return Ruta::leer(archivoRuta()); }
+    [[nodiscard]] bool cambiarRuta(const Ruta &ruta) override;
+    [[nodiscard]] Hallazgo examinarRuta(const Ruta &ruta) const override;
+    [[nodiscard]] bool admiteServidor() const override { return m_engines.has(QStringLiteral("SQLOLEDB")); }
+    /// Told after cambiarRuta(), whatever came of it.
+    void setAlCambiarBase(std::function<void()> aviso) { m_alCambiarBase = std::move(aviso); }
+
     /// Where the database is, as ruta.dat said when it was last read.
     [[nodiscard]] const Destino &destino() const { return m_destino; }
     void leerRuta();
@@ -69,6 +76,7 @@ private:
     Destino m_destino;
     Destino m_conectado; ///< what the open connection leads to
     std::unique_ptr<db::Connection> m_conexion;
+    std::function<void()> m_alCambiarBase;
     bool m_valida = false;
     bool m_preparada = false;
     bool m_iniciada = false; ///< start-up has prepared a database, or given up: from then on a check prepares by itself

@@ -11,7 +11,7 @@ namespace app {
 
 namespace {
 
-constexpr int anchoCarpeta = 250, anchoServidor = 50;
+constexpr int anchoCarpeta = Ruta::anchoCarpeta, anchoServidor = Ruta::anchoTexto;
 constexpr int posOtra = 0, posCarpeta = 2, posReservado = 252, posModo = 270, posServidor = 272, posInstancia = 322,
               posUsuario = 372, posClave = 422;
 

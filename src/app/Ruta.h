@@ -15,6 +15,8 @@ namespace app {
 ///                                                  422  50  server password
 struct Ruta {
     static constexpr int bytes = 472;
+    static constexpr int anchoCarpeta = 250; ///< of `carpeta`
+    static constexpr int anchoTexto = 50; ///< of each of the server's texts
 
     bool otraCarpeta = false;
     QString carpeta = {};

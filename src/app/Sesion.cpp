@@ -22,10 +22,10 @@ void registrarCierre(db::Entorno &entorno)
     db::registrarHistorial(entorno, ventanaGeneral, QStringLiteral("Se cerró el sistema."));
 }
 
-bool hayAnuncio(db::Entorno &entorno)
+QString anuncio(db::Entorno &entorno)
 {
     entorno.conexion().execute(QStringLiteral("DELETE FROM [Lista Doctores] WHERE id = -99"));
-    return !db::opcionUsuario(entorno, u"anuncio").toString().isEmpty();
+    return db::opcionUsuario(entorno, u"anuncio").toString();
 }
 
 void borrarImpresionesTemporales(db::Entorno &entorno)

@@ -9,11 +9,19 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace db {
 
 using Params = QVariantList;
 using Rows = std::shared_ptr<const ResultSet>;
+
+/// Where an embedded database lies, and the word that opens it.
+struct EmbeddedFile {
+    QString path;
+    QString password;
+    bool operator==(const EmbeddedFile &) const = default;
+};
 
 /// A back end behind Connection. Every call throws db::Error on failure. Parameters are bound to the "?" of the
 /// statement in their order: QString, numbers, bool (stored -1/0), QDate, QTime, QDateTime, QByteArray; a null QVariant
@@ -48,6 +56,8 @@ public:
     /// True when the file behind the connection is no longer the one that was opened (removed or replaced).
     [[nodiscard]] virtual bool moved() const { return false; }
     [[nodiscard]] virtual bool readOnly() const { return false; }
+    /// The file behind the connection; none for a server.
+    [[nodiscard]] virtual std::optional<EmbeddedFile> embeddedFile() const { return {}; }
 };
 
 /// Which engine opens a connection string, by its "Provider=". The program fills it once, tests put theirs in.
@@ -60,6 +70,8 @@ public:
     static Engines standard();
 
     void add(const QString &provider, Factory factory);
+    /// Whether an engine of this version opens such strings.
+    [[nodiscard]] bool has(const QString &provider) const;
     [[nodiscard]] std::unique_ptr<Engine> open(const ConnectionString &text) const;
 
 private:

@@ -2,6 +2,8 @@
 #include "db/Error.h"
 #include "db/engine/EmbeddedEngine.h"
 
+#include <algorithm>
+
 namespace db {
 
 ConnectionString::ConnectionString(const QString &text)
@@ -31,6 +33,13 @@ Engines Engines::standard()
 }
 
 void Engines::add(const QString &provider, Factory factory) { m_factories.emplace_back(provider, std::move(factory)); }
+
+bool Engines::has(const QString &provider) const
+{
+    return std::any_of(m_factories.begin(), m_factories.end(), [&](const auto &known) {
+        return known.first.compare(provider, Qt::CaseInsensitive) == 0;
+    });
+}
 
 std::unique_ptr<Engine> Engines::open(const ConnectionString &text) const
 {

@@ -192,12 +192,7 @@ void Ventana::keyPressEvent(QKeyEvent *event)
         if (sola)
             actualizar();
         break;
-    case Qt::Key_F1:
-        if (const QString texto = ayuda(); sola && !texto.isEmpty())
-            m_entorno.mensajes().informar(tr("Ayuda"), texto);
-        else
-            hecho = false;
-        break;
+    case Qt::Key_F1: hecho = sola && mostrarAyuda(); break;
     case Qt::Key_Return:
     case Qt::Key_Enter: hecho = sola && alEnter(); break;
     default: hecho = false;
@@ -238,6 +233,22 @@ bool Ventana::alImprimir()
     if (!lista || !puedeImprimirLista())
         return false;
     imprimirLista(*lista);
+    return true;
+}
+
+bool Ventana::mostrarAyuda()
+{
+    if (const QString texto = ayuda(); !texto.isEmpty()) {
+        m_entorno.mensajes().informar(tr("Ayuda"), texto);
+        return true;
+    }
+    const QString nombre = QStringLiteral("ayuda");
+    if (objectName() == nombre || !m_ventanas.existe(nombre))
+        return false;
+    // One that is open behind a dialog cannot be reached: it comes over the dialog instead.
+    if (Ventana *abierta = m_ventanas.buscar(nombre); abierta && window()->isModal())
+        abierta->close();
+    intentar([&] { m_ventanas.abrir(nombre, {{{QStringLiteral("ventana"), objectName()}}, {}}, this); });
     return true;
 }
 

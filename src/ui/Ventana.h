@@ -21,8 +21,9 @@ class Grilla;
 /// Base of every window: knows the shared state, runs its actions so that a database failure is shown once and leaves
 /// the fields as typed, closes on Esc (asking when something would be lost), saves on Ctrl+S by pressing the control
 /// named `guardar`, new on Ctrl+N (`nuevo`), print on Ctrl+P (`imprimir`; without such a control, the list that has the
-/// focus, or the only one), Del in a list removes (`eliminar`), F5 loads again, F1 shows ayuda(). Enter moves on to the
-/// next field, presses the button that has the focus, or the one named by setEnter().
+/// focus, or the only one), Del in a list removes (`eliminar`), F5 loads again, F1 shows ayuda(), or else opens the
+/// window of that name at this one's page. Enter moves on to the next field, presses the button that has the focus, or
+/// the one named by setEnter().
 class Ventana : public QWidget
 {
     Q_OBJECT
@@ -38,7 +39,7 @@ public:
     virtual void refrescar() { }
     /// True while closing would lose something typed.
     [[nodiscard]] virtual bool hayCambios() const { return false; }
-    /// Help text of the window, empty for none.
+    /// Help text of the window; empty: the guide explains it.
     [[nodiscard]] virtual QString ayuda() const { return {}; }
 
     /// Takes a request: keeps it as datos() and asks preparar(). A declined one leaves the former in force.
@@ -82,6 +83,7 @@ private:
     bool pulsar(const QString &nombre);
     bool alImprimir();
     bool alEnter();
+    bool mostrarAyuda();
 
     db::Entorno &m_entorno;
     Ventanas &m_ventanas;

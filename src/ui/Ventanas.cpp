@@ -94,7 +94,8 @@ Ventana *Ventanas::abrir(const QString &nombre, const Pedido &pedido, QWidget *s
     }
     if (entrada.abierta != ventana)
         return nullptr; // it closed itself while preparing
-    if (entrada.modo == Modo::Dialogo)
+    // What a dialog opens comes over it: whatever is behind it waits.
+    if (entrada.modo == Modo::Dialogo || (sobre && sobre->window()->isModal()))
         mostrarComoDialogo(ventana, sobre);
     else
         mostrarEnMarco(ventana);

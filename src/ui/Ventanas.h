@@ -25,7 +25,7 @@ struct Pedido {
 
 /// How a window appears.
 enum class Modo {
-    Marco, ///< inside the main window, beside the others
+    Marco, ///< inside the main window, beside the others; over its opener when that is a dialog
     Dialogo ///< over its opener, which waits until it closes
 };
 

@@ -2,12 +2,15 @@
 #include "app/Comprobador.h"
 #include "app/MenuPrincipal.h"
 #include "app/forms/AreaFondo.h"
+#include "db/Config.h"
 #include "db/Error.h"
+#include "maintenance/RespaldoAutomatico.h"
 #include "support/BaseDePrueba.h"
 #include "support/Prueba.h"
 #include "ui/Ventana.h"
 #include "users/VentanaInicio.h"
 
+#include <QDialog>
 #include <QDir>
 #include <QImage>
 #include <QLabel>
@@ -116,6 +119,9 @@ class SistemaTest : public QObject
         control->hayBase = control->lista = hayBase;
         ventanas = std::make_unique<ui::Ventanas>();
         ventanas->registrar(QStringLiteral("caja"), ui::Modo::Marco, [this] { return new caja(*base, *ventanas); });
+        ventanas->registrar(QStringLiteral("acerca"), ui::Modo::Marco, [this] {
+            return new ui::Ventana(*base, *ventanas, QStringLiteral("acerca"), QStringLiteral("Acerca de"));
+        });
         marco = std::make_unique<app::sistema>(*base, *control, *ventanas);
         caja::seNiega = false;
     }
@@ -333,6 +339,15 @@ private slots:
         QCOMPARE(control->veces, 0); // start-up has told already
         base->guion.esperarMensaje(QStringLiteral("Error..."), falta);
         pulsar(QStringLiteral("mencaja"));
+        // told, and opened all the same: nobody's rights are asked for, nothing is logged
+        for (int i = 0; i < 2; ++i) {
+            base->guion.esperarMensaje(QStringLiteral("Error..."), falta);
+            pulsar(QStringLiteral("menacerca"));
+            QVERIFY(ventanas->buscar(QStringLiteral("acerca")));
+        }
+        QVERIFY(app::menuPrincipal()[6].nombre == QLatin1String("menaccesored") && app::menuPrincipal()[6].sinBase);
+        latir(marco->tiempo);
+        QCOMPARE(control->veces, 3);
         QVERIFY(marco->close());
         QCOMPARE(panel("usuario"), QStringLiteral("Usuario Activo: "));
     }
@@ -353,23 +368,85 @@ private slots:
         QCOMPARE(filas(QStringLiteral("Imprimir")), 1);
         QCOMPARE(filas(QStringLiteral("Imprimir2")), 1);
 
+        auto *aviso = marco->findChild<QLabel *>(QStringLiteral("mensajenuevo"));
+        QCOMPARE(aviso->text(), QStringLiteral("Tiene un mensaje nuevo en el Chat."));
         latir(marco->tiempo);
-        QCOMPARE(sonados.size(), 0);
-        c.execute(QStringLiteral("UPDATE [Lista Doctores] SET anuncio = 'Ana' WHERE id = ?"), {base->usuario});
-        latir(marco->tiempo);
+        QVERIFY(sonados.isEmpty() && !aviso->isVisible());
+        const auto avisar = [&](const char *texto) {
+            c.execute(
+                QStringLiteral("UPDATE [Lista Doctores] SET anuncio = ? WHERE id = ?"),
+                {QString::fromLatin1(texto), base->usuario});
+            latir(marco->tiempo);
+            latir(marco->tiempo);
+        };
+        // one sound for each notice, to be seen until it is read
+        avisar("Ana");
         QCOMPARE(sonados, QStringList{base->carpetaPrograma() + QStringLiteral("/chat.wav")});
-        QVERIFY(marco->barra->currentMessage().contains(QStringLiteral("Chat")));
+        QVERIFY(aviso->isVisible());
+        avisar("Ana, Luis");
+        QCOMPARE(sonados.size(), 2);
+        avisar("");
+        QVERIFY(!aviso->isVisible());
+        avisar("Ana, Luis");
+        QCOMPARE(sonados.size(), 3);
 
         // the database goes: told once, until a button finds it again
         control->hayBase = false;
         base->guion.esperarMensaje(QStringLiteral("Error..."), falta);
         for (int i = 0; i < 3; ++i)
             latir(marco->tiempo);
-        QCOMPARE(sonados.size(), 1);
         control->hayBase = true;
         pulsar(QStringLiteral("mencaja"));
-        latir(marco->tiempo);
-        QCOMPARE(sonados.size(), 2);
+        avisar("Eva");
+        QCOMPARE(sonados.size(), 4);
+    }
+
+    /// The tick of the copies: a failure is told once in a box and stays in the bar until there is a copy.
+    void respaldo()
+    {
+        preparar();
+        base->clienteDeRed = false;
+        db::Config config(base->conexion());
+        config.guardar(u"hacerbackupautomatico", true);
+        const QString mala = base->archivo() + QStringLiteral("/Backup"); // below a file
+        config.guardar(u"backupcarpeta", mala);
+        maintenance::RespaldoAutomatico copias(*base);
+        marco->setRespaldo(&copias);
+        marco->show();
+        const auto latido = [&] {
+            latir(marco->timerbackup);
+            QTRY_VERIFY_WITH_TIMEOUT(!copias.enMarcha(), 20'000);
+            base->reloj.set(base->reloj.now().addSecs(3600));
+        };
+        const QString motivo = QStringLiteral("No se puede crear la carpeta '%1'.").arg(mala);
+        // not over a box that waits for an answer, but at the next tick
+        QDialog caja;
+        caja.setModal(true);
+        caja.show();
+        latido();
+        caja.hide();
+        auto *panelRespaldo = marco->findChild<QLabel *>(QStringLiteral("sinrespaldo"));
+        QVERIFY(panelRespaldo->isVisible());
+        QCOMPARE(panelRespaldo->toolTip(), motivo);
+        QCOMPARE(base->guion.dichos(), QStringList());
+        base->guion.esperarMensaje(
+            base::titulo::atencion, maintenance::textoSinRespaldo(motivo, {}), base::Icono::Advertencia);
+        latido();
+        latido();
+        QVERIFY(panelRespaldo->isVisible());
+
+        config.guardar(u"backupcarpeta", {});
+        latido();
+        QVERIFY(!panelRespaldo->isVisible());
+        QCOMPARE(QDir(base->carpetaPrograma() + QStringLiteral("/Backup")).entryList(QDir::Files).size(), 1);
+        // closed in the middle of one
+        base->reloj.set(base->reloj.now().addDays(1));
+        latir(marco->timerbackup);
+        QVERIFY(copias.enMarcha());
+        base->guion.esperarMensaje(QStringLiteral("Importante!!"), recordatorio, base::Icono::Advertencia);
+        marco->close();
+        QVERIFY(!copias.enMarcha());
+        QCOMPARE(QDir(base->carpetaPrograma() + QStringLiteral("/Backup")).entryList(QDir::Files).size(), 1);
     }
 
     void configuracion_data() { soporte::filasDeDialecto(); }

@@ -88,6 +88,16 @@ bool Consultorio::verificarBase()
     return hayBase;
 }
 
+app::Ruta Consultorio::rutaGuardada() const
+{
+    app::Ruta ruta;
+    ruta.otraCarpeta = true;
+    ruta.carpeta = QStringLiteral("/mnt/servidor/vastelo");
+    return ruta;
+}
+
+app::Hallazgo Consultorio::examinarRuta(const app::Ruta &) const { return app::examinarBase(*m_conexion); }
+
 void Consultorio::prepararDia()
 {
     const auto momento = [this](int hora, int minuto) { return QDateTime(m_reloj.today(), QTime(hora, minuto)); };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Comprobador.h"
+#include "app/Red.h"
 #include "base/Clock.h"
 #include "base/Mensajes.h"
 #include "db/Entorno.h"
@@ -43,7 +43,7 @@ private:
 
 /// The made-up practice that the pictures show, in a folder of its own that goes with it; equal in every run and on
 /// every computer. Throws db::Error.
-class Consultorio final : public db::Entorno, public app::Comprobador
+class Consultorio final : public db::Entorno, public app::CambioDeRuta
 {
 public:
     Consultorio();
@@ -74,6 +74,12 @@ public:
     /// Tells, as the program does, when there is no database.
     bool verificarBase() override;
     bool baseLista() const override { return hayBase; }
+
+    /// A station whose database lies in the practice's server.
+    app::Ruta rutaGuardada() const override;
+    bool cambiarRuta(const app::Ruta &) override { return hayBase; }
+    app::Hallazgo examinarRuta(const app::Ruta &) const override;
+    bool admiteServidor() const override { return false; }
 
 private:
     void prepararDia();

@@ -14,7 +14,7 @@ namespace pantallas {
 Escena::Escena(Consultorio &consultorio)
     : m_consultorio(consultorio)
 {
-    app::registrarVentanas(consultorio, m_ventanas);
+    app::registrarVentanas(consultorio, m_ventanas, &consultorio);
     m_marco = std::make_unique<app::sistema>(consultorio, consultorio, m_ventanas);
     m_marco->setGeometry(0, 0, 1280, 800);
     QCursor::setPos(700, 799); // over nothing that would light up

@@ -12,6 +12,8 @@
 #include "db/Error.h"
 #include "db/FondoAplicacion.h"
 #include "db/ListaDoctores.h"
+#include "maintenance/RespaldoAutomatico.h"
+#include "ui/Estilo.h"
 #include "ui/Ventana.h"
 #include "ui/Ventanas.h"
 
@@ -20,6 +22,7 @@
 #include <QDialog>
 #include <QDir>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLocale>
 #include <QMdiSubWindow>
@@ -42,6 +45,8 @@ sistema::sistema(db::Entorno &entorno, Comprobador &comprobador, ui::Ventanas &v
     , m_ventanas(ventanas)
     , m_menu(new ColumnaMenu)
     , m_area(new AreaFondo)
+    , m_sinRespaldo(new QLabel)
+    , m_mensajeNuevo(new QLabel)
     , m_usuario(new QLabel)
     , m_base(new QLabel)
     , m_fecha(new QLabel)
@@ -64,12 +69,25 @@ sistema::sistema(db::Entorno &entorno, Comprobador &comprobador, ui::Ventanas &v
     m_usuario->setObjectName(QStringLiteral("usuario"));
     m_base->setObjectName(QStringLiteral("base"));
     m_fecha->setObjectName(QStringLiteral("fecha"));
+    m_sinRespaldo->setObjectName(QStringLiteral("sinrespaldo"));
+    m_mensajeNuevo->setObjectName(QStringLiteral("mensajenuevo"));
     // Permanent: a passing message hides only what stands at the left of them.
-    for (QLabel *panel : {m_usuario, m_base, m_fecha}) {
+    for (QLabel *panel : {m_sinRespaldo, m_mensajeNuevo, m_usuario, m_base, m_fecha}) {
         panel->setTextFormat(Qt::PlainText);
         panel->setContentsMargins(8, 0, 8, 0);
         barra->addPermanentWidget(panel);
     }
+    m_sinRespaldo->setText(tr("Sin backup automático"));
+    m_mensajeNuevo->setText(tr("Tiene un mensaje nuevo en el Chat."));
+    for (QLabel *aviso : {m_sinRespaldo, m_mensajeNuevo}) {
+        QFont negrita = aviso->font();
+        negrita.setBold(true);
+        aviso->setFont(negrita);
+        aviso->hide();
+    }
+    QPalette alerta = m_sinRespaldo->palette();
+    alerta.setColor(QPalette::WindowText, ui::color::error());
+    m_sinRespaldo->setPalette(alerta);
 
     connect(m_menu, &ColumnaMenu::pulsado, this, &sistema::pulsar);
     connect(m_area, &QMdiArea::subWindowActivated, this, [this](const QMdiSubWindow *activa) {
@@ -95,7 +113,7 @@ sistema::sistema(db::Entorno &entorno, Comprobador &comprobador, ui::Ventanas &v
     connect(tiempo, &QTimer::timeout, this, &sistema::revisarAnuncios);
     timerbackup->setObjectName(QStringLiteral("timerbackup"));
     timerbackup->setInterval(60s);
-    connect(timerbackup, &QTimer::timeout, this, &sistema::limpiar);
+    connect(timerbackup, &QTimer::timeout, this, &sistema::cuidarBase);
 
     actualizarUsuario();
 }
@@ -157,27 +175,45 @@ void sistema::pulsar(const BotonMenu &boton)
         close();
         return;
     }
-    const VentanasDelMenu ventanas = ventanasDelMenu();
     if (boton.hace == BotonMenu::Accion::Ayuda) {
-        if (!m_ventanas.existe(boton.ventana))
-            avisarNoDisponible(m_entorno);
-        else
-            intentar([&] { ventanas.activar(boton.ventana) || ventanas.abrir(boton.ventana, {}); });
+        abrirAyuda();
         return;
     }
+    const VentanasDelMenu ventanas = ventanasDelMenu();
     const bool listaAntes = m_comprobador.baseLista();
     const QScopedValueRollback ocupada(m_ocupada, true);
-    intentar([&] { m_fallaDicha = abrirDesdeMenu(m_entorno, m_comprobador, ventanas, boton) == Apertura::SinBase; });
+    intentar([&] { abrirDesdeMenu(m_entorno, m_comprobador, ventanas, boton); });
+    m_fallaDicha = !m_comprobador.baseLista();
     if (m_comprobador.baseLista() != listaAntes)
         iniciarSesion();
+}
+
+void sistema::abrirAyuda()
+{
+    const QString nombre = QStringLiteral("ayuda");
+    if (!m_ventanas.existe(nombre))
+        avisarNoDisponible(m_entorno);
+    else
+        intentar([&] { m_ventanas.activar(nombre) || m_ventanas.abrir(nombre); });
+}
+
+void sistema::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() != Qt::Key_F1 || event->modifiers() != Qt::NoModifier)
+        QMainWindow::keyPressEvent(event);
+    else
+        abrirAyuda();
+}
+
+bool sistema::seEspera() const
+{
+    return m_ocupada || m_cerrando || qobject_cast<QDialog *>(QApplication::activeModalWidget());
 }
 
 void sistema::revisarAnuncios()
 {
     // After a failed check only a button tries again: a check every half minute would be a message every half minute.
-    // Nor does a message of its own come over a box that waits for an answer.
-    if (m_ocupada || m_fallaDicha || !m_comprobador.baseLista()
-        || qobject_cast<QDialog *>(QApplication::activeModalWidget()))
+    if (seEspera() || m_fallaDicha || !m_comprobador.baseLista())
         return;
     const QScopedValueRollback ocupada(m_ocupada, true);
     if (!m_comprobador.verificarBase()) {
@@ -185,23 +221,61 @@ void sistema::revisarAnuncios()
         actualizarUsuario();
         return;
     }
-    callado([this] {
-        if (!hayAnuncio(m_entorno))
-            return;
-        if (m_sonido)
-            m_sonido(m_entorno.carpetaPrograma() + QStringLiteral("/chat.wav"));
-        else
-            QApplication::beep();
-        barra->showMessage(tr("Tiene un mensaje nuevo en el Chat."), 15'000);
-    });
+    callado([this] { mostrarAnuncio(anuncio(m_entorno)); });
 }
 
-void sistema::limpiar()
+void sistema::mostrarAnuncio(const QString &texto)
+{
+    m_mensajeNuevo->setVisible(!texto.isEmpty());
+    const QString deQuien = texto.isEmpty() ? QString() : QString::number(m_entorno.usuarioActual()) + u' ' + texto;
+    if (std::exchange(m_anuncio, deQuien) == deQuien || texto.isEmpty())
+        return;
+    if (m_sonido)
+        m_sonido(m_entorno.carpetaPrograma() + QStringLiteral("/chat.wav"));
+    else
+        QApplication::beep();
+}
+
+void sistema::setRespaldo(maintenance::RespaldoAutomatico *respaldo)
+{
+    m_respaldo = respaldo;
+    connect(respaldo, &maintenance::RespaldoAutomatico::avanzado, this, [this](const QString &texto) {
+        texto.isEmpty() ? barra->clearMessage() : barra->showMessage(texto);
+    });
+    connect(respaldo, &maintenance::RespaldoAutomatico::terminado, this, &sistema::mostrarRespaldo);
+}
+
+void sistema::cuidarBase()
 {
     actualizarBarra();
     if (m_ocupada || m_fallaDicha || !m_comprobador.baseLista())
         return;
-    callado([this] { borrarImpresionesTemporales(m_entorno); });
+    callado([this] {
+        borrarImpresionesTemporales(m_entorno);
+        if (m_respaldo)
+            m_respaldo->tic();
+    });
+    if (m_respaldo)
+        mostrarRespaldo();
+}
+
+void sistema::mostrarRespaldo()
+{
+    m_sinRespaldo->setVisible(!m_respaldo->falla().isEmpty());
+    m_sinRespaldo->setToolTip(m_respaldo->falla());
+    if (seEspera())
+        return; // the next tick tells
+    const QScopedValueRollback ocupada(m_ocupada, true);
+    if (const QString aviso = m_respaldo->tomarAviso(); !aviso.isEmpty())
+        m_entorno.mensajes().advertir(base::titulo::atencion, aviso);
+}
+
+void sistema::cambioDeBase()
+{
+    m_fallaDicha = !m_comprobador.baseLista();
+    m_iniciada = false;
+    m_mensajeNuevo->hide();
+    iniciarSesion();
 }
 
 void sistema::showEvent(QShowEvent *event)
@@ -248,6 +322,8 @@ void sistema::closeEvent(QCloseEvent *event)
     if (m_ventanas.cerrarTodas()) {
         tiempo->stop();
         timerbackup->stop();
+        if (m_respaldo)
+            m_respaldo->detener();
         cerrarSesion();
         event->accept();
     } else {

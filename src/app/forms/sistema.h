@@ -14,6 +14,9 @@ class QStatusBar;
 namespace db {
 class Entorno;
 }
+namespace maintenance {
+class RespaldoAutomatico;
+}
 namespace ui {
 class Ventanas;
 }
@@ -44,10 +47,14 @@ public:
     void actualizarUsuario();
     /// Plays the sound of a notice; without one the computer beeps.
     void setSonido(Sonido sonido) { m_sonido = std::move(sonido); }
+    /// Makes the automatic copies when they are due; outlives this window. Without one there are none.
+    void setRespaldo(maintenance::RespaldoAutomatico *respaldo);
+    /// The program has another database than before, or none: name, place, background and the start of its session.
+    void cambioDeBase();
 
     QStatusBar *barra;
     QTimer *tiempo; ///< notices of the chat
-    QTimer *timerbackup; ///< temporary print rows
+    QTimer *timerbackup; ///< temporary print rows and automatic copy
 
 signals:
     /// The login of the start was cancelled: the program ends.
@@ -56,6 +63,7 @@ signals:
 protected:
     void showEvent(QShowEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void pulsar(const BotonMenu &boton);
@@ -64,8 +72,13 @@ private:
     /// False while the login has still to come, which is asked for then: the database was not there at start to say
     /// that users must log in.
     bool ingresado();
+    void abrirAyuda();
     void revisarAnuncios();
-    void limpiar();
+    void mostrarAnuncio(const QString &texto);
+    void cuidarBase();
+    void mostrarRespaldo();
+    /// Whether a message of the program's own would come over a box that waits for an answer.
+    [[nodiscard]] bool seEspera() const;
     /// Once, as soon as there is a database: background picture and log entry.
     void iniciarSesion();
     /// Background picture and interval of the notices as the settings say by now.
@@ -82,8 +95,11 @@ private:
     Comprobador &m_comprobador;
     ui::Ventanas &m_ventanas;
     Sonido m_sonido;
+    maintenance::RespaldoAutomatico *m_respaldo = nullptr;
     ColumnaMenu *m_menu;
     AreaFondo *m_area;
+    QLabel *m_sinRespaldo; ///< stays until there is a copy again
+    QLabel *m_mensajeNuevo; ///< stays until the notice is read
     QLabel *m_usuario;
     QLabel *m_base;
     QLabel *m_fecha;
@@ -93,6 +109,7 @@ private:
     bool m_cerrando = false;
     bool m_ocupada = false; ///< a press or a tick is under way, perhaps behind a message box
     bool m_fallaDicha = false; ///< the check failed and the person knows
+    QString m_anuncio; ///< user and notice of the last sound
 };
 
 } // namespace app

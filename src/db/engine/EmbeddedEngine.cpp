@@ -49,25 +49,21 @@ void createDatabaseFile(const QString &path, const QString &password)
         throw Error(Error::Kind::CannotOpen, code, QStringLiteral("No se puede crear el archivo de la base de datos."));
 }
 
-EmbeddedEngine::EmbeddedEngine(const QString &path, const QString &password, Opening opening)
+QString embeddedEngineVersion()
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw Error(
-            Error::Kind::CannotOpen,
-            SQLITE_CANTOPEN,
-            QStringLiteral("No se puede abrir el archivo de la base de datos."));
-    const QByteArray salt = file.read(saltSize);
-    file.close();
-    if (salt.size() < saltSize)
-        throw Error(Error::Kind::NotADatabase, SQLITE_NOTADB, QStringLiteral("El archivo está vacío o incompleto."));
+    return QStringLiteral("%1 (SQLite %2)")
+        .arg(QLatin1String(sqlite3mc_version()), QLatin1String(sqlite3_libversion()));
+}
 
+EmbeddedEngine::EmbeddedEngine(const QString &path, const QString &password, Opening opening)
+    : m_file{path, password}
+{
     const int flags = opening == Opening::ReadWrite ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY;
     const int code = sqlite3_open_v2(QFile::encodeName(path).constData(), &m_database, flags, nullptr);
     try {
         if (code != SQLITE_OK)
             fail(code);
-        useCipher(m_database, derivedKey(password, salt));
+        useCipher(m_database, derivedKey(password, salt()));
         sqlite3_extended_result_codes(m_database, 1);
         sqlite3_busy_timeout(m_database, busyMilliseconds);
         sql::registerFunctions(m_database);
@@ -88,6 +84,18 @@ EmbeddedEngine::~EmbeddedEngine()
 {
     finalizeAll();
     sqlite3_close(m_database);
+}
+
+QByteArray EmbeddedEngine::salt() const
+{
+    // Through the engine's own file and not a second one: on Unix, closing a file that this process has locked through
+    // another connection would drop the locks.
+    QByteArray bytes(saltSize, '\0');
+    sqlite3_file *file = nullptr;
+    if (sqlite3_file_control(m_database, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK
+        || file->pMethods->xRead(file, bytes.data(), saltSize, 0) != SQLITE_OK)
+        throw Error(Error::Kind::NotADatabase, SQLITE_NOTADB, QStringLiteral("El archivo está vacío o incompleto."));
+    return bytes;
 }
 
 void EmbeddedEngine::finalizeAll()

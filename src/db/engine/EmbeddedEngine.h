@@ -16,6 +16,9 @@ namespace db {
 /// cannot be written.
 void createDatabaseFile(const QString &path, const QString &password);
 
+/// Name and version of the embedded engine, for the about box.
+[[nodiscard]] QString embeddedEngineVersion();
+
 /// The embedded engine: one encrypted file (SQLCipher 4 format: AES-256 pages of 4096 bytes, HMAC-SHA512, key from
 /// PBKDF2-HMAC-SHA512 with 256,000 rounds over the file's salt), Access SQL in, several stations on one file. Rollback
 /// journal and full synchronisation; a station waits up to ten seconds for another's write.
@@ -45,6 +48,7 @@ public:
     void addColumn(const QString &table, const Column &column) override;
     [[nodiscard]] bool moved() const override;
     [[nodiscard]] bool readOnly() const override;
+    [[nodiscard]] std::optional<EmbeddedFile> embeddedFile() const override { return m_file; }
 
     /// The same with text in the engine's own SQL, for what stands above another dialect.
     [[nodiscard]] Rows queryNative(const QByteArray &sql, const Params &params);
@@ -52,6 +56,8 @@ public:
 
     /// The raw handle, for measurements and the online copy.
     [[nodiscard]] sqlite3 *handle() const { return m_database; }
+    /// The failure that a call on the handle ended with, as an error of ours.
+    [[noreturn]] void fail(int code, const QByteArray &sql = {}) const;
 
 private:
     struct Prepared {
@@ -62,8 +68,9 @@ private:
     [[nodiscard]] sqlite3_stmt *prepare(const QByteArray &sql);
     void bind(sqlite3_stmt *statement, const Params &params);
     void finalizeAll();
-    [[noreturn]] void fail(int code, const QByteArray &sql = {}) const;
+    [[nodiscard]] QByteArray salt() const;
 
+    EmbeddedFile m_file;
     sqlite3 *m_database = nullptr;
     std::list<Prepared> m_statements; ///< most recently used first
     QHash<QByteArray, std::list<Prepared>::iterator> m_byText;

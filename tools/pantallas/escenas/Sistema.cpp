@@ -1,7 +1,9 @@
 #include "Escenas.h"
 
+#include "app/forms/PaginaAyuda.h"
 #include "db/Error.h"
 #include "db/Verificacion.h"
+#include "maintenance/RespaldoAutomatico.h"
 
 #include <QListWidget>
 
@@ -36,6 +38,27 @@ std::vector<Pantalla> escenasDeSistema()
         {QStringLiteral("configuracion-sistema"), deConfiguracion(6)},
         {QStringLiteral("configuracion-copias"), deConfiguracion(7)},
         {QStringLiteral("configuracion-usuarios"), deConfiguracion(9)},
+        {QStringLiteral("accesored"),
+         [](Escena &e) {
+             e.pulsar({}, QStringLiteral("menaccesored"));
+             e.pulsar(QStringLiteral("accesored"), QStringLiteral("probar"));
+         }},
+        {QStringLiteral("ayuda"),
+         [](Escena &e) {
+             e.pulsar({}, QStringLiteral("menayuda"));
+             if (auto *pagina = e.control<app::PaginaAyuda>(QStringLiteral("ayuda"), QStringLiteral("pagina")))
+                 pagina->irA(QStringLiteral("guia/turnos.md"));
+         }},
+        {QStringLiteral("acerca"), [](Escena &e) { e.pulsar({}, QStringLiteral("menacerca")); }},
+        {QStringLiteral("mensaje-respaldo"),
+         [](Escena &) {},
+         [](Escena &, base::Mensajes &mensajes) {
+             mensajes.advertir(
+                 base::titulo::atencion,
+                 maintenance::textoSinRespaldo(
+                     QStringLiteral("No se puede crear la carpeta '/media/disco/copias'."),
+                     QDateTime(QDate(2026, 11, 23), QTime(16, 20))));
+         }},
         {QStringLiteral("encabezados"), [](Escena &e) { e.ventanas().abrir(QStringLiteral("encabezados")); }},
         {QStringLiteral("vistaprevia"),
          [](Escena &e) {

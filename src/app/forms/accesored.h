@@ -1,0 +1,59 @@
+#pragma once
+
+#include "app/Ruta.h"
+#include "ui/Ventana.h"
+
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QRadioButton;
+
+namespace app {
+
+class CambioDeRuta;
+
+/// The window 'Red': which database this computer works on. Opens without a database too, as it is where one without
+/// is sent.
+class accesored : public ui::Ventana
+{
+    Q_OBJECT
+
+public:
+    /// Without `red` there is nothing to change, and the window declines to open.
+    accesored(db::Entorno &entorno, ui::Ventanas &ventanas, CambioDeRuta *red);
+
+    bool preparar(const ui::Pedido &pedido) override;
+    [[nodiscard]] bool hayCambios() const override;
+
+    QRadioButton *modoaccess;
+    QRadioButton *modoservidor;
+    QRadioButton *local;
+    QRadioButton *otra;
+    QLineEdit *carpeta;
+    QPushButton *examinar;
+    QGroupBox *datosservidor;
+    QLineEdit *servidor;
+    QLineEdit *instancia;
+    QLineEdit *usuario;
+    QLineEdit *clave;
+    QLabel *nota; ///< what this version cannot do
+    QLabel *resultado; ///< of `probar`
+    QPushButton *probar;
+    QPushButton *guardar;
+    QPushButton *cancelar;
+
+private:
+    void armar();
+    void mostrar(const Ruta &ruta);
+    [[nodiscard]] Ruta leida() const;
+    void habilitar();
+    void elegirCarpeta();
+    void probarRuta();
+    void guardarCambios();
+
+    CambioDeRuta *m_red;
+    Ruta m_guardada;
+};
+
+} // namespace app
