@@ -130,8 +130,8 @@ abrirDesdeMenu(db::Entorno &entorno, Comprobador &comprobador, const VentanasDel
 
 void avisarNoDisponible(db::Entorno &entorno)
 {
-    entorno.mensajes().informar(
-        base::titulo::atencion, u"Esta ventana todavía no forma parte de esta versión de Vastelo."_qs);
+    const base::Rechazo ausente = base::ventanaAusente();
+    entorno.mensajes().mensaje(ausente.titulo, ausente.texto, ausente.icono);
 }
 
 } // namespace app

@@ -54,4 +54,14 @@ inline const QString error = QStringLiteral("ERROR...");
 inline const QString confirmacion = QStringLiteral("Confirmación...");
 } // namespace titulo
 
+/// What is said of a button whose window is not part of this version.
+[[nodiscard]] inline Rechazo ventanaAusente()
+{
+    return {
+        titulo::atencion,
+        QStringLiteral("Esta ventana todavía no forma parte de esta versión de Vastelo."),
+        {},
+        Icono::Informacion};
+}
+
 } // namespace base

@@ -48,6 +48,9 @@ public:
     /// True when the file behind the connection is no longer the one that was opened (removed or replaced).
     [[nodiscard]] virtual bool moved() const { return false; }
     [[nodiscard]] virtual bool readOnly() const { return false; }
+
+    /// How long a statement waits for another station's write, in milliseconds; 0 for the engine's usual time.
+    virtual void setBusyWait(int) { }
 };
 
 /// Which engine opens a connection string, by its "Provider=". The program fills it once, tests put theirs in.

@@ -59,6 +59,9 @@ protected:
     [[nodiscard]] db::Connection &conexion() const;
     [[nodiscard]] const QVariantMap &datos() const { return m_pedido.datos; }
 
+    /// Opens another window over this one. Null when it declined, and when it is not part of this version: then the
+    /// person was told.
+    Ventana *abrirVentana(const QString &nombre, const Pedido &pedido = {});
     /// Runs an action; a db::Error is shown ("ERROR...") and yields false.
     bool intentar(const std::function<void()> &accion);
     /// Connects a button's click to an action run by intentar().

@@ -45,6 +45,7 @@ public:
     void addColumn(const QString &table, const Column &column) override;
     [[nodiscard]] bool moved() const override;
     [[nodiscard]] bool readOnly() const override;
+    void setBusyWait(int milliseconds) override;
 
     /// The same with text in the engine's own SQL, for what stands above another dialect.
     [[nodiscard]] Rows queryNative(const QByteArray &sql, const Params &params);
