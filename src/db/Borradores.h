@@ -14,12 +14,12 @@ class Entorno;
 /// What somebody typed into a window and has not saved: kept so that a crash or a power cut does not lose it.
 struct Borrador {
     qint64 id = 0; ///< 0: not stored yet
-    QString ventana; ///< the name under which the window is registered
+    QString ventana = {}; ///< the name under which the window is registered
     qint64 registro = 0; ///< the record, as the window counts it; 0: a new one
     int nropaci = 0; ///< the patient that it belongs to, and goes with; 0: none
-    QString titulo; ///< how the person knows it: window and record
-    QDateTime fecha; ///< when it was last written
-    QJsonObject datos; ///< as the window writes it
+    QString titulo = {}; ///< how the person knows it: window and record
+    QDateTime fecha = {}; ///< when it was last written
+    QJsonObject datos = {}; ///< as the window writes it
 };
 
 /// The drafts of the current user on this computer; nobody else sees them. Every call may throw db::Error.

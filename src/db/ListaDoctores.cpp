@@ -59,12 +59,17 @@ base::Control controlarDerecho(Entorno &entorno, QStringView derecho)
     if (!derecho.isEmpty()) {
         const int i = rows->column(derecho);
         if (i < 0 || !rows->flag(0, i))
-            return base::Rechazo{
-                base::titulo::atencion,
-                QStringLiteral("No tiene permiso para ejecutar esta acción. Consulte con el Administrador del sistema "
-                               "para definir sus permisos de accesos.")};
+            return sinPermiso();
     }
     return std::nullopt;
+}
+
+base::Rechazo sinPermiso()
+{
+    return {
+        base::titulo::atencion,
+        QStringLiteral("No tiene permiso para ejecutar esta acción. Consulte con el Administrador del sistema para "
+                       "definir sus permisos de accesos.")};
 }
 
 } // namespace db

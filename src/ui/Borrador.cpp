@@ -118,8 +118,7 @@ void Borrador::ofrecer()
     if (mensajes.pregunta(
             base::titulo::atencion,
             tr("El %1 quedaron datos sin guardar (%2):\n\n%3\n\n¿Desea recuperarlos?")
-                .arg(
-                    base::fechaHoraTexto(anterior->fecha), anterior->titulo, renglones.join(u'\n')))) {
+                .arg(base::fechaHoraTexto(anterior->fecha), anterior->titulo, renglones.join(u'\n')))) {
         reponer(anterior->datos);
         m_borrador.id = anterior->id;
         m_borrador.datos = anterior->datos;
