@@ -18,7 +18,9 @@ Table config()
             // Number of days added to the last period to reach the probable delivery date.
             + con(280, enteros("sumfpp"))
             // 1 makes the strict rules of the patient file apply.
-            + con(0, enteros("forzarguardarpaci tipoformunewpaci tipohojarecibo"))
+            + con(0, enteros("forzarguardarpaci tipohojarecibo"))
+            // The form in which a new patient is entered: 0 expanded, 1 reduced.
+            + con(1, enteros("tipoformunewpaci"))
             + banderas("forzarcantidadsesiones forzarpractica forzarderivador forzarusuario forzarusuarioclave "
                        "forzarmotivo forzarnumeorden pagocaja versaldoanioactual bloquearcostos actualizarstock "
                        "nuidhc selecusuario")

@@ -12,8 +12,10 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QLineEdit>
 #include <QSaveFile>
+#include <QScreen>
 #include <QTabWidget>
 
 namespace ui {
@@ -106,6 +108,22 @@ bool Ventana::aceptado(const base::Control &control)
             linea->selectAll();
     }
     return false;
+}
+
+void Ventana::reacomodar()
+{
+    if (!isWindow() || isMaximized())
+        return;
+    layout()->activate();
+    const QSize tamano = sizeHint().expandedTo(minimumSizeHint());
+    const QRect sitio = screen()->availableGeometry();
+    QRect donde(pos(), tamano.boundedTo(sitio.size()));
+    donde.moveCenter({geometry().center().x(), donde.center().y()});
+    donde.moveRight(qMin(donde.right(), sitio.right()));
+    donde.moveBottom(qMin(donde.bottom(), sitio.bottom()));
+    donde.moveLeft(qMax(donde.left(), sitio.left()));
+    donde.moveTop(qMax(donde.top(), sitio.top()));
+    setGeometry(donde);
 }
 
 void Ventana::terminar(const QVariantMap &resultado)

@@ -70,6 +70,8 @@ protected:
     void setEnter(QAbstractButton *boton, const QList<QWidget *> &campos = {});
     /// Shows a refusal and puts the focus on its field; true when there was nothing to refuse.
     bool aceptado(const base::Control &control);
+    /// Fits a dialog's size to its content after parts of it came or went, keeping it whole on the screen.
+    void reacomodar();
     /// Closes without asking and hands the result to who asked.
     void terminar(const QVariantMap &resultado);
 

@@ -8,10 +8,12 @@
 #include "ui/Grilla.h"
 #include "ui/ListaCombo.h"
 
+#include <QAbstractButton>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
 
 using namespace Qt::StringLiterals;
 using patients::elecpaci;
@@ -64,7 +66,7 @@ private slots:
     {
         auto *v = abrir<nuevopaci>(u"nuevopaci"_s);
         QCOMPARE(v->windowTitle(), u"Nuevo Paciente"_s);
-        QCOMPARE(v->numehistoria->text(), u"HC-000004"_s);
+        QCOMPARE(v->numehistoriar->text(), u"HC-000004"_s);
         QCOMPARE(v->focusWidget(), v->apellidor);
         teclear(v, u"d'angelo\r"_s);
         teclear(v, u"lucía\r"_s);
@@ -131,6 +133,42 @@ private slots:
         v->nombresr->setText(u"Luz"_s);
         v->guardar->click();
         QCOMPARE(m_resultados.size(), 1);
+    }
+
+    void formaAmpliaYParecidos()
+    {
+        m_base->conexion().execute(u"UPDATE [Config] SET tipoformunewpaci = 0"_s);
+        m_base->conexion().execute(
+            u"INSERT INTO [Pacientes] (NroHC,Apellido,Nombres,DNI) VALUES (900,'Sosa','Mía','12345678')"_s);
+        auto *v = abrir<nuevopaci>(u"nuevopaci"_s);
+        QVERIFY(v->opcionampli->isChecked());
+        QCOMPARE(v->focusWidget()->objectName(), u"apellido"_s);
+        const auto linea = [v](const QString &nombre) { return v->findChild<QLineEdit *>(nombre); };
+        QCOMPARE(linea(u"numehistoria"_s)->text(), u"HC-000004"_s);
+        auto *panel = v->findChild<QWidget *>(u"parecidos"_s)->parentWidget();
+        QVERIFY(panel->isHidden());
+        linea(u"dni"_s)->setText(u"12345687"_s);
+        QTRY_VERIFY(!panel->isHidden());
+
+        // What was typed is there in the other form, and back.
+        v->opcionredu->setChecked(true);
+        QCOMPARE(v->dnir->text(), u"12345687"_s);
+        v->apellidor->setText(u"Rey"_s);
+        v->opcionampli->setChecked(true);
+        QCOMPARE(linea(u"apellido"_s)->text(), u"Rey"_s);
+        linea(u"nombres"_s)->setText(u"Lía"_s);
+        linea(u"fecnac"_s)->setText(u"ayer"_s);
+        m_base->guion.esperarMensaje(
+            u"ERROR en la fecha..."_s, u"El Formato de Fecha debe ser dd/mm/aaaa\nERROR en la Fecha de Nacimiento"_s);
+        v->guardar->click();
+        QCOMPARE(v->focusWidget()->objectName(), u"fecnac"_s);
+        QCOMPARE(linea(u"fecnac"_s)->text(), u"ayer"_s);
+
+        // It was the one who is there already.
+        v->findChild<QAbstractButton *>(u"usarparecido"_s)->click();
+        QCOMPARE(m_resultados.size(), 1);
+        QCOMPARE(m_resultados[0].value(u"nrohc"_s).toInt(), 900);
+        QCOMPARE(m_base->valor(u"SELECT COUNT(*) FROM [Pacientes] WHERE Apellido = 'Rey'"_s), u"0"_s);
     }
 
     void sinDerechoNoAbre()

@@ -4,6 +4,7 @@
 #include "Consultorio.h"
 #include "app/forms/Composicion.h"
 #include "app/forms/sistema.h"
+#include "db/Connection.h"
 #include "db/Error.h"
 #include "db/Verificacion.h"
 #include "ui/Grilla.h"
@@ -17,6 +18,7 @@
 #include <QCursor>
 #include <QDialog>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -164,6 +166,31 @@ void darDeAlta(Escena &e)
         cobertura->setCurrentIndex(qMin(2, cobertura->count() - 1));
 }
 
+/// The expanded form, on the way to entering a second time somebody who is in the register.
+void darDeAltaAmplia(Escena &e)
+{
+    e.pulsar({}, QStringLiteral("menpacientes"));
+    e.pulsar(chooser, QStringLiteral("nuevo"));
+    if (auto *ampli = e.control<QAbstractButton>(alta, QStringLiteral("opcionampli")))
+        ampli->click();
+    const db::Rows fila = e.consultorio().conexion().query(
+        QStringLiteral("SELECT TOP 1 Apellido,Nombres,DNI FROM [Pacientes] WHERE DNI <> '' ORDER BY NroHC"));
+    e.escribir(alta, QStringLiteral("apellido"), fila->text(0, 0));
+    e.escribir(alta, QStringLiteral("nombres"), fila->text(0, 1).section(u' ', 0, 0));
+    QString dni = fila->text(0, 2);
+    dni.chop(1);
+    e.escribir(alta, QStringLiteral("dni"), dni + (fila->text(0, 2).endsWith(u'0') ? u'1' : u'0'));
+    e.escribir(alta, QStringLiteral("fecnac"), QStringLiteral("05/03/1980"));
+    if (auto *con = e.control<QAbstractButton>(alta, QStringLiteral("concobertura")))
+        con->click();
+    // The likely duplicates come after a short pause in the typing.
+    QElapsedTimer espera;
+    espera.start();
+    auto *parecidos = e.control(alta, QStringLiteral("parecidos"));
+    while (parecidos && !parecidos->isVisible() && espera.elapsed() < 5'000)
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
 std::function<void(Escena &)> deTurno(const QString &boton)
 {
     return [boton](Escena &e) {
@@ -188,6 +215,7 @@ const std::vector<Pantalla> &lista()
         {QStringLiteral("agendaobservacion"), deTurno(QStringLiteral("modifobservacion"))},
         {chooser, elegirPaciente},
         {alta, darDeAlta},
+        {QStringLiteral("nuevopaci-amplio"), darDeAltaAmplia},
         {QStringLiteral("mensaje-eliminar"),
          [](Escena &e) { e.abrirAgenda(taken); },
          [](Escena &e, base::Mensajes &) { e.pulsar(agendas, QStringLiteral("liberar")); }},

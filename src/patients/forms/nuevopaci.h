@@ -8,11 +8,20 @@ class QFormLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
+class QRadioButton;
+class QStackedWidget;
+class QTimer;
 
 namespace patients {
 
-/// Stores a new patient with the few data that are known at the counter or on the telephone. Opened with {"apellido",
-/// "nombres"} as a first guess, both optional; finishes with {"nrohc": int, "nombre": "Apellido, Nombres"}.
+struct Conocido;
+class FormularioAmplio;
+class PanelParecidos;
+
+/// Stores a new patient: in the reduced form with the few data that are known at the counter or on the telephone, in
+/// the expanded one with the others too. Shows likely duplicates beside the form, one of which may be taken instead.
+/// Opened with {"apellido", "nombres"} as a first guess, both optional; finishes with {"nrohc": int, "nombre":
+/// "Apellido, Nombres"}.
 class nuevopaci : public ui::Ventana
 {
     Q_OBJECT
@@ -25,7 +34,9 @@ public:
     [[nodiscard]] bool hayCambios() const override;
     [[nodiscard]] QString ayuda() const override;
 
-    QLabel *numehistoria; ///< the number that the patient will get
+    QRadioButton *opcionredu;
+    QRadioButton *opcionampli;
+    QLabel *numehistoriar; ///< the number that the patient will get
     QLineEdit *apellidor;
     QLineEdit *nombresr;
     QLineEdit *dnir;
@@ -37,12 +48,21 @@ public:
     QPushButton *cancelar;
 
 private:
+    [[nodiscard]] QWidget *crearReducido();
     [[nodiscard]] DatosReducidos leer() const;
+    [[nodiscard]] Conocido conocido() const;
+    void cambiarForma();
     void save();
     void limitarLargos();
+    void buscarIguales();
 
+    QStackedWidget *m_formas;
     QFormLayout *m_campos;
-    DatosReducidos m_inicial; ///< what stood in the fields before the person typed
+    FormularioAmplio *m_amplio;
+    PanelParecidos *m_parecidos;
+    QTimer *m_pausa;
+    QString m_inicial; ///< what stood in the fields before the person typed
+    [[nodiscard]] QString huella() const;
     bool m_preparada = false;
     bool m_descartar = false;
 };
