@@ -128,10 +128,6 @@ abrirDesdeMenu(db::Entorno &entorno, Comprobador &comprobador, const VentanasDel
     return Apertura::Abierta;
 }
 
-void avisarNoDisponible(db::Entorno &entorno)
-{
-    const base::Rechazo ausente = base::ventanaAusente();
-    entorno.mensajes().mensaje(ausente.titulo, ausente.texto, ausente.icono);
-}
+void avisarNoDisponible(db::Entorno &entorno) { base::avisarNoDisponible(entorno.mensajes()); }
 
 } // namespace app

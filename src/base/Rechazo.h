@@ -54,14 +54,11 @@ inline const QString error = QStringLiteral("ERROR...");
 inline const QString confirmacion = QStringLiteral("Confirmación...");
 } // namespace titulo
 
-/// What is said of a button whose window is not part of this version.
-[[nodiscard]] inline Rechazo ventanaAusente()
+/// Tells that a window is not part of this version.
+inline void avisarNoDisponible(Mensajes &mensajes)
 {
-    return {
-        titulo::atencion,
-        QStringLiteral("Esta ventana todavía no forma parte de esta versión de Vastelo."),
-        {},
-        Icono::Informacion};
+    mensajes.informar(
+        titulo::atencion, QStringLiteral("Esta ventana todavía no forma parte de esta versión de Vastelo."));
 }
 
 } // namespace base

@@ -8,8 +8,6 @@
 #include "db/Error.h"
 #include "ui/Campos.h"
 
-#include <QScopedValueRollback>
-
 namespace ui {
 
 namespace {
@@ -76,7 +74,7 @@ Borrador::Borrador(Campos &campos, db::Entorno &entorno, const QString &ventana,
     connect(&m_pausa, &QTimer::timeout, this, &Borrador::escribir);
     connect(&m_limite, &QTimer::timeout, this, &Borrador::escribir);
     connect(&campos, &Campos::cambiado, this, [this] {
-        if (!m_abierto)
+        if (!m_sigue)
             return;
         m_pausa.start();
         if (!m_limite.isActive())
@@ -84,7 +82,7 @@ Borrador::Borrador(Campos &campos, db::Entorno &entorno, const QString &ventana,
     });
 }
 
-void Borrador::abrir(qint64 registro, int nropaci)
+void Borrador::seguir(qint64 registro, int nropaci)
 {
     m_pausa.stop();
     m_limite.stop();
@@ -92,11 +90,7 @@ void Borrador::abrir(qint64 registro, int nropaci)
     m_borrador.registro = registro;
     m_borrador.nropaci = nropaci;
     m_borrador.datos = {};
-    {
-        const QScopedValueRollback cerrado(m_abierto, false);
-        ofrecer();
-    }
-    m_abierto = true;
+    m_sigue = true;
 }
 
 void Borrador::ofrecer()
@@ -119,9 +113,9 @@ void Borrador::ofrecer()
             base::titulo::atencion,
             tr("El %1 quedaron datos sin guardar (%2):\n\n%3\n\n¿Desea recuperarlos?")
                 .arg(base::fechaHoraTexto(anterior->fecha), anterior->titulo, renglones.join(u'\n')))) {
-        reponer(anterior->datos);
         m_borrador.id = anterior->id;
         m_borrador.datos = anterior->datos;
+        reponer(anterior->datos);
     } else if (mensajes.pregunta(
                    base::titulo::confirmacion,
                    tr("¿Desea descartar esos datos? Si responde No, la próxima vez se le ofrecerán de nuevo."),
@@ -187,7 +181,7 @@ void Borrador::escribir()
 {
     m_pausa.stop();
     m_limite.stop();
-    if (!m_abierto)
+    if (!m_sigue)
         return;
     try {
         if (m_entorno.conexion().readOnly())

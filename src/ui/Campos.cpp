@@ -362,7 +362,12 @@ void Campos::poner(int i, const QVariant &valor)
     QWidget *control = m_atados[size_t(i)].control;
     switch (m_campos[size_t(i)].tipo) {
     case Tipo::Texto:
-    case Tipo::Entero: qobject_cast<QLineEdit *>(control)->setText(valor.toString()); break;
+    case Tipo::Entero: {
+        auto *linea = qobject_cast<QLineEdit *>(control);
+        linea->setText(valor.toString());
+        linea->setCursorPosition(0); // a long text shows its beginning
+        break;
+    }
     case Tipo::Decimal:
         qobject_cast<QLineEdit *>(control)->setText(valor.isNull() ? QString() : numeroTexto(valor.toDouble()));
         break;

@@ -64,7 +64,7 @@ db::Connection &Ventana::conexion() const { return m_entorno.conexion(); }
 Ventana *Ventana::abrirVentana(const QString &nombre, const Pedido &pedido)
 {
     if (!m_ventanas.existe(nombre)) {
-        (void)aceptado(base::ventanaAusente());
+        base::avisarNoDisponible(m_entorno.mensajes());
         return nullptr;
     }
     return m_ventanas.abrir(nombre, pedido, this);

@@ -22,6 +22,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QTabWidget>
 #include <QTimer>
 
 namespace pantallas {
@@ -123,6 +124,7 @@ const QString agendas = QStringLiteral("agendas");
 const QString booking = QStringLiteral("agendanuevoturno");
 const QString chooser = QStringLiteral("elecpaci");
 const QString alta = QStringLiteral("nuevopaci");
+const QString ficha = QStringLiteral("pacientes");
 const QString taken = QStringLiteral("11:20"); ///< arrived and waiting, with an extra appointment
 const QString libre = QStringLiteral("16:20");
 
@@ -191,6 +193,24 @@ void darDeAltaAmplia(Escena &e)
         QApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
+/// The file of a patient of whom there is something to tell.
+void verFicha(Escena &e)
+{
+    db::Connection &conexion = e.consultorio().conexion();
+    const int nrohc
+        = int(conexion
+                  .query(QStringLiteral("SELECT MIN(NroHC) FROM [Pacientes] WHERE sexo = 0 and cobertura = 1 "
+                                        "and FeNac < #01/01/1990# and TelCelular <> ''"))
+                  ->integer(0, 0));
+    conexion.execute(
+        QStringLiteral("UPDATE [Pacientes] SET alergias = ?, Notas = ? WHERE NroHC = ?"),
+        {QStringLiteral("Alergia a la penicilina. Asma: evitar betabloqueantes."),
+         QStringLiteral("Avisar los turnos a la hija (Lucía, 0341 155550199)."),
+         nrohc});
+    e.ventanas().abrir(ficha, {.datos = {{QStringLiteral("nrohc"), nrohc}}});
+    asentar();
+}
+
 std::function<void(Escena &)> deTurno(const QString &boton)
 {
     return [boton](Escena &e) {
@@ -216,6 +236,13 @@ const std::vector<Pantalla> &lista()
         {chooser, elegirPaciente},
         {alta, darDeAlta},
         {QStringLiteral("nuevopaci-amplio"), darDeAltaAmplia},
+        {ficha, verFicha},
+        {QStringLiteral("pacientes-familia"),
+         [](Escena &e) {
+             verFicha(e);
+             if (auto *solapas = e.control<QTabWidget>(ficha, QStringLiteral("solapas")))
+                 solapas->setCurrentIndex(2);
+         }},
         {QStringLiteral("mensaje-eliminar"),
          [](Escena &e) { e.abrirAgenda(taken); },
          [](Escena &e, base::Mensajes &) { e.pulsar(agendas, QStringLiteral("liberar")); }},
