@@ -5,7 +5,6 @@
 #include "app/forms/Composicion.h"
 #include "app/forms/sistema.h"
 #include "base/Clock.h"
-#include "base/Rechazo.h"
 #include "db/Engine.h"
 #include "db/Error.h"
 #include "demo/Archivo.h"
@@ -59,14 +58,11 @@ int main(int argc, char *argv[])
     app::registrarVentanas(modulo, ventanas);
 
     app::Arranque arranque(modulo, &app::Arranque::lanzar);
-    if (arranque.iniciar() == app::Arranque::Destino::Acceso)
-        mensajes.advertir(
-            base::titulo::atencion,
-            QStringLiteral(
-                "El sistema pide elegir el usuario al iniciar, pero esa ventana todavía no forma parte de esta "
-                "versión de Vastelo: se trabaja con el usuario activo de esta computadora."));
+    const bool conIngreso = arranque.iniciar() == app::Arranque::Destino::Acceso;
 
     app::sistema sistema(modulo, modulo, ventanas);
-    sistema.showMaximized();
+    QObject::connect(
+        &sistema, &app::sistema::ingresoCancelado, &application, &QCoreApplication::quit, Qt::QueuedConnection);
+    sistema.empezar(conIngreso);
     return QApplication::exec();
 }

@@ -6,8 +6,34 @@
 #include "db/Entorno.h"
 #include "db/Historial.h"
 #include "db/ListaDoctores.h"
+#include "users/Puerta.h"
+#include "users/VentanaInicio.h"
+
+#include <algorithm>
 
 namespace app {
+
+namespace {
+
+/// The check before a button opens: the current user, and the right where no gate stands in its place.
+base::Control controlar(db::Entorno &entorno, const BotonMenu &boton, bool conPuerta)
+{
+    if (boton.sinUsuario && db::opcionUsuario(entorno, u"id").isNull())
+        return std::nullopt;
+    return db::controlarDerecho(entorno, conPuerta ? QStringView() : boton.derecho);
+}
+
+Apertura
+abrirYAnotar(db::Entorno &entorno, const VentanasDelMenu &ventanas, const QString &ventana, const QString &accion)
+{
+    if (!ventanas.abrir(ventana))
+        return Apertura::Declinada;
+    if (!accion.isEmpty())
+        db::registrarHistorial(entorno, u"Menú General"_qs, accion);
+    return Apertura::Abierta;
+}
+
+} // namespace
 
 const std::vector<BotonMenu> &menuPrincipal()
 {
@@ -17,7 +43,7 @@ const std::vector<BotonMenu> &menuPrincipal()
         {.nombre = u"menusuario"_qs, .titulo = u"Cambiar Usuario"_qs,
          .ayuda = u"Permite cambiar al usuario activo por otro."_qs,
          .derecho = u"accesocambiarusuario"_qs, .ventana = u"acceso2"_qs, .accion = {},
-         .icono = u"system-switch-user"_qs, .tecla = u'U'},
+         .icono = u"system-switch-user"_qs, .tecla = u'U', .sinUsuario = true},
         {.nombre = u"menhistorial"_qs, .titulo = u"Accesos"_qs,
          .ayuda = u"Muestra el historial de accesos al sistema y a sus respectivas funciones."_qs,
          .derecho = u"accesohistorial"_qs, .ventana = u"historial"_qs, .accion = {},
@@ -38,7 +64,7 @@ const std::vector<BotonMenu> &menuPrincipal()
          .icono = u"dialog-messages"_qs, .tecla = u'H'},
         {.nombre = u"menconfiguracion"_qs, .titulo = u"Configuración"_qs,
          .ayuda = u"Define la configuración del sistema (encabezados de impresiones, cuentas de usuarios, etc.)"_qs,
-         .derecho = {}, .ventana = u"configuracion"_qs,
+         .derecho = u"accesoconfiguracion"_qs, .puerta = u"usuariosadmin"_qs, .ventana = u"configuracion"_qs,
          .accion = u"Se ingresó a la ventana Configuración del Sistema."_qs,
          .icono = u"configure"_qs, .tecla = u'F'},
         {.nombre = u"menaccesored"_qs, .titulo = u"Red"_qs,
@@ -106,9 +132,12 @@ abrirDesdeMenu(db::Entorno &entorno, Comprobador &comprobador, const VentanasDel
 {
     if (!comprobador.verificarBase())
         return Apertura::SinBase;
+    if (!ventanas.ingresado())
+        return Apertura::SinIngreso;
     if (ventanas.activar(boton.ventana))
         return Apertura::Activada;
-    if (const base::Control rechazo = db::controlarDerecho(entorno, boton.derecho)) {
+    const bool conPuerta = !boton.puerta.isEmpty() && users::puerta::seOfrece(entorno.conexion());
+    if (const base::Control rechazo = controlar(entorno, boton, conPuerta)) {
         entorno.mensajes().mensaje(rechazo->titulo, rechazo->texto, rechazo->icono);
         return Apertura::Rechazada;
     }
@@ -121,11 +150,27 @@ abrirDesdeMenu(db::Entorno &entorno, Comprobador &comprobador, const VentanasDel
         avisarNoDisponible(entorno);
         return Apertura::NoDisponible;
     }
-    if (!ventanas.abrir(boton.ventana))
-        return Apertura::Declinada;
-    if (!boton.accion.isEmpty())
-        db::registrarHistorial(entorno, u"Menú General"_qs, boton.accion);
-    return Apertura::Abierta;
+    if (!conPuerta)
+        return abrirYAnotar(entorno, ventanas, boton.ventana, boton.accion);
+    const auto alPasar = [&entorno, ventanas, &boton](const QString &administrador) {
+        abrirYAnotar(
+            entorno,
+            ventanas,
+            boton.ventana,
+            boton.accion + u" Se hizo por medio del usuario administrador "_qs + administrador);
+    };
+    return ventanas.abrirPuerta(boton.puerta, alPasar) ? Apertura::Puerta : Apertura::Declinada;
+}
+
+void abrirVentanaInicio(db::Entorno &entorno, Comprobador &comprobador, const VentanasDelMenu &ventanas)
+{
+    const QString nombre = users::ventanaInicio(db::opcionUsuario(entorno, u"ventanainicio").toInt());
+    const auto &botones = menuPrincipal();
+    const auto boton = std::find_if(botones.cbegin(), botones.cend(), [&nombre](const BotonMenu &uno) {
+        return !nombre.isEmpty() && uno.ventana == nombre;
+    });
+    if (boton != botones.cend() && ventanas.existe(nombre) && !db::controlarDerecho(entorno, boton->derecho))
+        abrirDesdeMenu(entorno, comprobador, ventanas, *boton);
 }
 
 void avisarNoDisponible(db::Entorno &entorno) { base::avisarNoDisponible(entorno.mensajes()); }

@@ -73,7 +73,7 @@ void cargarLista(
         entradas.emplace_back(rows->text(i, 1), int(rows->integer(i, 0)));
     ponerEntradas(lista, entradas);
     const QSignalBlocker calla(lista);
-    if (!antes.empty() && indiceElegido(lista) < 0)
+    if (!antes.empty() && indiceElegido(lista) < 0 && lista.currentText().trimmed().isEmpty())
         lista.setCurrentIndex(0);
 }
 
@@ -81,6 +81,7 @@ void ponerEntradas(QComboBox &lista, const std::vector<std::pair<QString, int>> 
 {
     const int elegido = idElegido(lista, -1);
     const bool habia = indiceElegido(lista) >= 0;
+    const QString escrito = !habia && lista.isEditable() ? lista.currentText() : QString();
     const QSignalBlocker calla(lista);
     // Built beside the list and handed over whole: a list that watches five thousand single additions is slow.
     auto *modelo = new QStandardItemModel(&lista);
@@ -104,6 +105,8 @@ void ponerEntradas(QComboBox &lista, const std::vector<std::pair<QString, int>> 
     lista.setInsertPolicy(QComboBox::NoInsert);
     lista.setCompleter(new Buscador(modelo, modelo));
     lista.setCurrentIndex(habia ? lista.findData(elegido) : -1);
+    if (!escrito.isEmpty())
+        lista.setEditText(escrito);
 }
 
 int idElegido(const QComboBox &lista, int otherwise)

@@ -47,6 +47,8 @@ public:
     void actualizar();
     /// Asks for a file and writes all rows of a grid to it as CSV.
     void exportar(const Grilla &grilla);
+    /// Runs an action; a db::Error is shown ("ERROR...") and yields false.
+    bool intentar(const std::function<void()> &accion);
 
 signals:
     void terminada(const QVariantMap &resultado);
@@ -62,8 +64,6 @@ protected:
     /// Opens another window over this one. Null when it declined, and when it is not part of this version: then the
     /// person was told.
     Ventana *abrirVentana(const QString &nombre, const Pedido &pedido = {});
-    /// Runs an action; a db::Error is shown ("ERROR...") and yields false.
-    bool intentar(const std::function<void()> &accion);
     /// Connects a button's click to an action run by intentar().
     void alPulsar(QAbstractButton *boton, const std::function<void()> &accion);
     /// Enter in one of those fields (in any field, when none is given) presses this button.

@@ -11,17 +11,17 @@ namespace ui {
 
 namespace {
 
-/// Centres `ventana` over `sobre`, inside the screen.
+/// Centres `ventana` over `sobre`, inside the screen; in the middle of the screen without one.
 void centrar(QWidget *ventana, const QWidget *sobre)
 {
-    const QRect pantalla = sobre->screen()->availableGeometry();
+    const QRect pantalla = (sobre ? sobre : ventana)->screen()->availableGeometry();
     const QSize tamano = ventana->sizeHint()
                              .expandedTo(ventana->minimumSizeHint())
                              .expandedTo(ventana->minimumSize())
                              .boundedTo(pantalla.size())
                              .boundedTo(ventana->maximumSize());
     QRect lugar(QPoint(0, 0), tamano);
-    lugar.moveCenter(sobre->mapToGlobal(sobre->rect().center()));
+    lugar.moveCenter(sobre ? sobre->mapToGlobal(sobre->rect().center()) : pantalla.center());
     lugar.moveLeft(qBound(pantalla.left(), lugar.left(), qMax(pantalla.left(), pantalla.right() - lugar.width())));
     lugar.moveTop(qBound(pantalla.top(), lugar.top(), qMax(pantalla.top(), pantalla.bottom() - lugar.height())));
     ventana->setGeometry(lugar);
@@ -122,13 +122,14 @@ void Ventanas::refrescar(const QStringList &nombres)
         if (ventana && (nombres.isEmpty() || nombres.contains(nombre)))
             ventana->actualizar();
     }
+    emit refrescoPedido(nombres);
 }
 
-bool Ventanas::cerrarTodas()
+bool Ventanas::cerrarTodas(const QString &menos)
 {
     for (const Modo modo : {Modo::Dialogo, Modo::Marco})
         for (auto &[nombre, entrada] : m_entradas)
-            if (entrada.modo == modo && entrada.abierta && !entrada.abierta->close())
+            if (entrada.modo == modo && nombre != menos && entrada.abierta && !entrada.abierta->close())
                 return false;
     return true;
 }
@@ -164,7 +165,7 @@ void Ventanas::mostrarComoDialogo(Ventana *ventana, QWidget *sobre)
 {
     if (!sobre)
         sobre = QApplication::activeWindow();
-    if (!sobre && m_area)
+    if (!sobre && m_area && m_area->window()->isVisible())
         sobre = m_area->window();
     if (sobre == ventana)
         sobre = nullptr;
@@ -173,10 +174,10 @@ void Ventanas::mostrarComoDialogo(Ventana *ventana, QWidget *sobre)
     if (sobre) {
         ventana->setParent(sobre->window(), Qt::Dialog | Qt::WindowCloseButtonHint);
         ventana->setWindowModality(Qt::WindowModal);
-        centrar(ventana, sobre);
     } else {
         ventana->setWindowFlags(Qt::Dialog | Qt::WindowCloseButtonHint);
     }
+    centrar(ventana, sobre);
     connect(ventana, &Ventana::cerrada, this, [foco, abridor] {
         if (abridor)
             abridor->window()->activateWindow();

@@ -58,10 +58,15 @@ public:
     [[nodiscard]] Ventana *buscar(const QString &nombre) const;
     /// Brings an open window to the front as it is, without a new request; false when it is not open.
     bool activar(const QString &nombre);
-    /// Asks every open window to load its data again; those named, or all.
+    /// Asks every open window to load its data again; those named, or all. The frame of them all goes by "sistema".
     void refrescar(const QStringList &nombres = {});
-    /// Closes every window, dialogs first; false when one of them stayed open because something would be lost.
-    bool cerrarTodas();
+    /// Closes every window, dialogs first, or every one but `menos`; false when one of them stayed open because
+    /// something would be lost.
+    bool cerrarTodas(const QString &menos = {});
+
+signals:
+    /// refrescar() was called, for whoever shows something and is no window of this register.
+    void refrescoPedido(const QStringList &nombres);
 
 private:
     struct Entrada {

@@ -6,11 +6,13 @@
 #include "support/BaseDePrueba.h"
 #include "support/Prueba.h"
 #include "ui/Ventana.h"
+#include "users/VentanaInicio.h"
 
 #include <QDir>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMdiSubWindow>
 #include <QStatusBar>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -82,6 +84,15 @@ public:
     static inline bool seNiega = false;
 };
 
+/// Stands in for a window of another folder.
+class otra : public ui::Ventana
+{
+public:
+    using Ventana::Ventana;
+    /// What it was opened for has been done.
+    void hacer(const QVariantMap &resultado) { terminar(resultado); }
+};
+
 } // namespace
 
 class SistemaTest : public QObject
@@ -107,6 +118,11 @@ class SistemaTest : public QObject
         ventanas->registrar(QStringLiteral("caja"), ui::Modo::Marco, [this] { return new caja(*base, *ventanas); });
         marco = std::make_unique<app::sistema>(*base, *control, *ventanas);
         caja::seNiega = false;
+    }
+    void registrarOtra(const QString &nombre)
+    {
+        ventanas->registrar(
+            nombre, ui::Modo::Dialogo, [this, nombre] { return new otra(*base, *ventanas, nombre, nombre); });
     }
     void pulsar(const QString &nombre)
     {
@@ -354,6 +370,194 @@ private slots:
         pulsar(QStringLiteral("mencaja"));
         latir(marco->tiempo);
         QCOMPARE(sonados.size(), 2);
+    }
+
+    void configuracion_data() { soporte::filasDeDialecto(); }
+    void configuracion()
+    {
+        preparar(soporte::dialectoActual());
+        const auto boton = QStringLiteral("menconfiguracion");
+        const auto nombre = QStringLiteral("configuracion");
+        const auto puerta = QStringLiteral("usuariosadmin");
+        const auto entrada = QStringLiteral("Se ingresó a la ventana Configuración del Sistema.");
+        registrarOtra(nombre);
+        registrarOtra(puerta);
+        marco->show();
+        // as long as no administrator has a password, the right guards it
+        base->conexion().execute(QStringLiteral("UPDATE [Lista Doctores] SET accesoconfiguracion = 0"));
+        base->guion.esperarMensaje(base::titulo::atencion, sinPermiso);
+        pulsar(boton);
+        base->conexion().execute(
+            QStringLiteral("UPDATE [Lista Doctores] SET accesoconfiguracion = -1, administrador = -1"));
+        pulsar(boton);
+        QVERIFY(ventanas->buscar(nombre));
+        QCOMPARE(entradas(), QStringList{entrada});
+        pulsar(boton); // already open
+        QVERIFY(!ventanas->buscar(puerta));
+        ventanas->buscar(nombre)->close();
+
+        // then her password does, whatever the right says
+        base->conexion().execute(
+            QStringLiteral("UPDATE [Lista Doctores] SET accesoconfiguracion = 0, claveusuario = 'abre'"));
+        pulsar(boton);
+        auto *gate = static_cast<otra *>(ventanas->buscar(puerta));
+        QVERIFY(gate && !ventanas->buscar(nombre));
+        gate->close(); // cancelled
+        QCOMPARE(entradas().size(), 1);
+        pulsar(boton);
+        static_cast<otra *>(ventanas->buscar(puerta))
+            ->hacer({{QStringLiteral("administrador"), QStringLiteral("Ana O'Higgins")}});
+        QVERIFY(ventanas->buscar(nombre));
+        QCOMPARE(
+            entradas(),
+            QStringList(
+                {entrada, entrada + QStringLiteral(" Se hizo por medio del usuario administrador Ana O'Higgins")}));
+        // who does not exist does not get as far as the gate
+        ventanas->buscar(nombre)->close();
+        base->usuario = 9999;
+        base->guion.esperarMensaje(base::titulo::atencion, sinUsuario);
+        pulsar(boton);
+        QVERIFY(!ventanas->buscar(puerta));
+    }
+
+    void cambiarUsuario()
+    {
+        preparar();
+        const auto nombre = QStringLiteral("acceso2");
+        registrarOtra(nombre);
+        marco->show();
+        base->conexion().execute(QStringLiteral("UPDATE [Lista Doctores] SET accesocambiarusuario = 0"));
+        base->guion.esperarMensaje(base::titulo::atencion, sinPermiso);
+        pulsar(QStringLiteral("menusuario"));
+        // for one who was deleted it is the only way out
+        base->usuario = 9999;
+        pulsar(QStringLiteral("menusuario"));
+        auto *cambio = static_cast<otra *>(ventanas->buscar(nombre));
+        QVERIFY(cambio);
+        marco->actualizarUsuario();
+        QCOMPARE(panel("usuario"), QStringLiteral("Usuario Activo: "));
+        base->usuario = 20;
+        ventanas->refrescar({QStringLiteral("sistema")});
+        QCOMPARE(panel("usuario"), QStringLiteral("Usuario Activo: Juan Pérez"));
+        QCOMPARE(entradas(), QStringList()); // the window itself writes it
+    }
+
+    void ventanaDeInicio_data()
+    {
+        QTest::addColumn<int>("numero");
+        QTest::addColumn<QString>("derecho");
+        QTest::addColumn<bool>("abre");
+        QTest::newRow("la suya") << 6 << "" << true;
+        QTest::newRow("ninguna") << 0 << "" << false;
+        QTest::newRow("de otra versión") << 99 << "" << false;
+        QTest::newRow("que no está en esta") << 9 << "" << false;
+        QTest::newRow("sin derecho, sin una palabra") << 6 << "accesocaja" << false;
+    }
+    void ventanaDeInicio()
+    {
+        QFETCH(int, numero);
+        QFETCH(QString, derecho);
+        QFETCH(bool, abre);
+        preparar();
+        base->conexion().execute(QStringLiteral("UPDATE [Lista Doctores] SET ventanainicio = ?"), {numero});
+        if (!derecho.isEmpty())
+            base->conexion().execute(QStringLiteral("UPDATE [Lista Doctores] SET %1 = 0").arg(derecho));
+        marco->empezar(false);
+        QVERIFY(marco->isVisible());
+        QCOMPARE(ventanas->buscar(QStringLiteral("caja")) != nullptr, abre);
+        QCOMPARE(entradas().size(), abre ? 1 : 0);
+    }
+
+    void ventanasDeInicioSonDelMenu()
+    {
+        for (const users::VentanaInicio &inicio : users::ventanasInicio()) {
+            const auto &botones = app::menuPrincipal();
+            const auto suyo = std::find_if(botones.cbegin(), botones.cend(), [&inicio](const app::BotonMenu &boton) {
+                return boton.ventana == inicio.ventana && boton.titulo == inicio.titulo;
+            });
+            QVERIFY2(inicio.numero == 0 || suyo != botones.cend(), qPrintable(inicio.titulo));
+            QCOMPARE(users::ventanaInicio(inicio.numero), inicio.ventana);
+        }
+    }
+
+    void ingresoAlIniciar_data()
+    {
+        QTest::addColumn<bool>("entra");
+        QTest::newRow("entra") << true;
+        QTest::newRow("cancela") << false;
+    }
+    void ingresoAlIniciar()
+    {
+        QFETCH(bool, entra);
+        preparar();
+        registrarOtra(QStringLiteral("acceso"));
+        base->conexion().execute(
+            QStringLiteral("INSERT INTO [Lista Doctores] (NomDoc,ventanainicio,tipo) VALUES ('Ana',6,1)"));
+        const int ana = int(base->conexion().insertedId());
+        QSignalSpy cancelado(marco.get(), &app::sistema::ingresoCancelado);
+        marco->empezar(true);
+        auto *ingreso = static_cast<otra *>(ventanas->buscar(QStringLiteral("acceso")));
+        QVERIFY(ingreso && ingreso->isVisible() && ingreso->isWindow());
+        QVERIFY(!marco->isVisible());
+        QCOMPARE(filas(QStringLiteral("Historial")), 0);
+        if (entra) {
+            base->usuario = ana;
+            ingreso->hacer({});
+            QVERIFY(marco->isVisible());
+            QCOMPARE(panel("usuario"), QStringLiteral("Usuario Activo: Ana"));
+            QVERIFY(ventanas->buscar(QStringLiteral("caja")));
+            QCoreApplication::processEvents();
+            QCOMPARE(cancelado.size(), 0);
+            QVERIFY(QGuiApplication::quitOnLastWindowClosed());
+        } else {
+            QTest::keyClick(ingreso, Qt::Key_Escape);
+            QTRY_COMPARE(cancelado.size(), 1);
+            QVERIFY(!marco->isVisible());
+        }
+    }
+
+    void baseQueApareceDespuesPideElIngreso_data()
+    {
+        QTest::addColumn<bool>("seleccionar");
+        QTest::newRow("sin ingreso") << false;
+        QTest::newRow("con ingreso") << true;
+    }
+    void baseQueApareceDespuesPideElIngreso()
+    {
+        QFETCH(bool, seleccionar);
+        usar(std::make_unique<soporte::BaseDePrueba>(), false);
+        registrarOtra(QStringLiteral("acceso"));
+        base->conexion().execute(QStringLiteral("UPDATE [Config] SET selecusuario = ?"), {seleccionar});
+        marco->empezar(false);
+        control->hayBase = true;
+        pulsar(QStringLiteral("mencaja"));
+        QCOMPARE(ventanas->buscar(QStringLiteral("caja")) == nullptr, seleccionar);
+        auto *ingreso = static_cast<otra *>(ventanas->buscar(QStringLiteral("acceso")));
+        QCOMPARE(ingreso != nullptr, seleccionar);
+        if (!ingreso)
+            return;
+        ingreso->close(); // nobody: asked again
+        pulsar(QStringLiteral("mencaja"));
+        ingreso = static_cast<otra *>(ventanas->buscar(QStringLiteral("acceso")));
+        QVERIFY(ingreso);
+        ingreso->hacer({});
+        pulsar(QStringLiteral("mencaja"));
+        QVERIFY(ventanas->buscar(QStringLiteral("caja")));
+    }
+
+    void laQueLlenaElLugarSigueLlenandolo()
+    {
+        preparar();
+        marco->show();
+        pulsar(QStringLiteral("mencaja"));
+        auto *area = marco->findChild<QMdiArea *>();
+        auto *suya = area->subWindowList().constFirst();
+        const QSize propia = suya->size();
+        marco->resize(1100, 700);
+        QCOMPARE(suya->size(), propia);
+        suya->resize(area->viewport()->size());
+        marco->resize(1000, 600);
+        QCOMPARE(suya->size(), area->viewport()->size());
     }
 
     void fondo_data()

@@ -106,6 +106,8 @@ private slots:
         QCOMPARE(cambios.size(), 0);
         lista.setEditText(QStringLiteral("nadie"));
         QCOMPARE(ui::idElegido(lista, 77), 77);
+        ui::cargarLista(lista, base.conexion(), "Lista Doctores", "NomDoc", {{QStringLiteral("<Todos>"), -1}});
+        QCOMPARE(lista.currentText(), QStringLiteral("nadie")); // what is being typed outlives a reload
         lista.setEditText(QStringLiteral("juan pérez"));
         QCOMPARE(ui::idElegido(lista), base.usuario);
         ui::elegirId(lista, 12345);

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QPainter>
+#include <QPropertyAnimation>
 #include <QPainterPath>
 
 #include <algorithm>
@@ -49,6 +50,10 @@ void asentar()
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCoreApplication::processEvents();
     }
+    // The button that empties a field fades in and out: the picture shows it there or gone.
+    for (const QWidget *ventana : QApplication::topLevelWidgets())
+        for (QPropertyAnimation *animacion : ventana->findChildren<QPropertyAnimation *>())
+            animacion->setCurrentTime(animacion->duration());
 }
 
 QImage retrato(QWidget &marco)

@@ -4,6 +4,7 @@
 #include "agenda/Textos.h"
 #include "agenda/TurnoGuardado.h"
 #include "db/Entorno.h"
+#include "ui/BotonLista.h"
 #include "ui/Botones.h"
 #include "ui/Estilo.h"
 #include "ui/ListaCombo.h"
@@ -11,6 +12,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace agenda {
@@ -25,6 +27,11 @@ agendamotivo::agendamotivo(db::Entorno &entorno, ui::Ventanas &ventanas)
     motivo = new QComboBox(this);
     motivo->setObjectName(QStringLiteral("motivo"));
     pedido->setBuddy(motivo);
+    listamotivo
+        = ui::botonLista(*this, ventanas, *motivo, QStringLiteral("Lista Motivos Consulta"), tr("Motivos de Consulta"));
+    auto *eleccion = new QHBoxLayout;
+    eleccion->addWidget(motivo, 1);
+    eleccion->addWidget(listamotivo);
     const ui::FinDeFormulario fin = ui::finDeFormulario(this);
     guardar = fin.guardar;
     cancelar = fin.cancelar;
@@ -34,7 +41,7 @@ agendamotivo::agendamotivo(db::Entorno &entorno, ui::Ventanas &ventanas)
     todo->setSpacing(ui::espacio);
     todo->addWidget(turno);
     todo->addWidget(pedido);
-    todo->addWidget(motivo);
+    todo->addLayout(eleccion);
     todo->addStretch(1);
     todo->addLayout(fin.fila);
     setMinimumSize(400, 150);
@@ -50,15 +57,20 @@ bool agendamotivo::preparar(const ui::Pedido &pedido)
         return aceptado(registroEliminado());
     m_id = guardado->id;
     turno->setText(guardado->titulo());
+    refrescar();
+    ui::elegirId(*motivo, guardado->motivo);
+    motivo->setFocus();
+    return true;
+}
+
+void agendamotivo::refrescar()
+{
     ui::cargarLista(
         *motivo,
         conexion(),
         QStringLiteral("Lista Motivos Consulta"),
         QStringLiteral("Motivo"),
         {{tr("<Sin motivo>"), 0}});
-    ui::elegirId(*motivo, guardado->motivo);
-    motivo->setFocus();
-    return true;
 }
 
 void agendamotivo::save()

@@ -5,6 +5,7 @@
 class QComboBox;
 class QLabel;
 class QPushButton;
+class QToolButton;
 
 namespace agenda {
 
@@ -17,9 +18,11 @@ public:
     agendamotivo(db::Entorno &entorno, ui::Ventanas &ventanas);
 
     bool preparar(const ui::Pedido &pedido) override;
+    void refrescar() override;
 
     QLabel *turno;
     QComboBox *motivo;
+    QToolButton *listamotivo;
     QPushButton *guardar;
     QPushButton *cancelar;
 

@@ -4,6 +4,7 @@
 #include "agenda/Reserva.h"
 #include "base/Fechas.h"
 #include "db/Entorno.h"
+#include "ui/BotonLista.h"
 #include "ui/Botones.h"
 #include "ui/Estilo.h"
 #include "ui/ListaCombo.h"
@@ -16,6 +17,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QShortcut>
+#include <QToolButton>
 
 namespace agenda {
 
@@ -37,16 +39,21 @@ bool agendanuevoturno::preparar(const ui::Pedido &pedido)
     m_doctor = pedido.datos.value(QStringLiteral("doctor")).toInt();
     listaturnos->clear();
     listaturnos->addItems(pedido.datos.value(QStringLiteral("turnos")).toStringList());
+    refrescar();
+    elegirpaciente->setVisible(ventanas().existe(QStringLiteral("elecpaci")));
+    nuevopaciente->setVisible(ventanas().existe(QStringLiteral("nuevopaci")));
+    elegirpaciente->setFocus();
+    return true;
+}
+
+void agendanuevoturno::refrescar()
+{
     ui::cargarLista(
         *motivo,
         conexion(),
         QStringLiteral("Lista Motivos Consulta"),
         QStringLiteral("Motivo"),
         {{tr("<Sin motivo>"), 0}});
-    elegirpaciente->setVisible(ventanas().existe(QStringLiteral("elecpaci")));
-    nuevopaciente->setVisible(ventanas().existe(QStringLiteral("nuevopaci")));
-    elegirpaciente->setFocus();
-    return true;
 }
 
 bool agendanuevoturno::hayCambios() const
@@ -151,6 +158,8 @@ void agendanuevoturno::construir()
     quitarturno = ui::boton(this, QStringLiteral("quitarturno"), tr("&Quitar"), QStringLiteral("list-remove"));
     motivo = new QComboBox(this);
     motivo->setObjectName(QStringLiteral("motivo"));
+    listamotivo = ui::botonLista(
+        *this, ventanas(), *motivo, QStringLiteral("Lista Motivos Consulta"), tr("Motivos de Consulta"));
     observacionestur = new QPlainTextEdit(this);
     observacionestur->setObjectName(QStringLiteral("observacionestur"));
     observacionestur->setTabChangesFocus(true);
@@ -168,17 +177,22 @@ void agendanuevoturno::construir()
     agregado->addWidget(agregarturno);
     agregado->addWidget(quitarturno);
 
+    auto *eleccion = new QHBoxLayout;
+    eleccion->addWidget(motivo, 1);
+    eleccion->addWidget(listamotivo);
+
     auto *campos = new QFormLayout;
     campos->setSpacing(ui::espacio);
     campos->addRow(tr("Paciente:"), paciente);
     campos->addRow(QString(), botonesPaciente);
     campos->addRow(tr("&Turnos:"), listaturnos);
     campos->addRow(tr("Otra &fecha y hora:"), agregado);
-    campos->addRow(tr("&Motivo:"), motivo);
+    campos->addRow(tr("&Motivo:"), eleccion);
     campos->addRow(tr("&Observaciones:"), observacionestur);
     // The rows' own layouts carry no buddy.
-    if (auto *etiqueta = qobject_cast<QLabel *>(campos->labelForField(agregado)))
-        etiqueta->setBuddy(nuevoturno);
+    for (const auto &[fila, campo] : {std::pair<QLayout *, QWidget *>(agregado, nuevoturno), {eleccion, motivo}})
+        if (auto *etiqueta = qobject_cast<QLabel *>(campos->labelForField(fila)))
+            etiqueta->setBuddy(campo);
 
     auto *todo = new QVBoxLayout(this);
     todo->setContentsMargins(ui::margen, ui::margen, ui::margen, ui::margen);

@@ -8,6 +8,7 @@ class QLineEdit;
 class QListWidget;
 class QPlainTextEdit;
 class QPushButton;
+class QToolButton;
 
 namespace agenda {
 
@@ -21,6 +22,7 @@ public:
     agendanuevoturno(db::Entorno &entorno, ui::Ventanas &ventanas);
 
     bool preparar(const ui::Pedido &pedido) override;
+    void refrescar() override;
     [[nodiscard]] bool hayCambios() const override;
 
     QLabel *paciente;
@@ -31,6 +33,7 @@ public:
     QPushButton *agregarturno;
     QPushButton *quitarturno;
     QComboBox *motivo;
+    QToolButton *listamotivo;
     QPlainTextEdit *observacionestur;
     QPushButton *guardar;
     QPushButton *cancelar;

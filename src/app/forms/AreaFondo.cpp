@@ -1,7 +1,9 @@
 #include "app/forms/AreaFondo.h"
 
 #include <QImageReader>
+#include <QMdiSubWindow>
 #include <QPainter>
+#include <QResizeEvent>
 
 namespace app {
 
@@ -36,6 +38,14 @@ void AreaFondo::paintEvent(QPaintEvent *event)
     QRect centrada(QPoint(0, 0), tamano);
     centrada.moveCenter(lugar.center());
     QPainter(viewport()).drawPixmap(centrada.topLeft(), m_ajustado);
+}
+
+void AreaFondo::resizeEvent(QResizeEvent *event)
+{
+    QMdiArea::resizeEvent(event);
+    for (QMdiSubWindow *marco : subWindowList())
+        if (!marco->isMaximized() && !marco->isMinimized() && marco->size() == event->oldSize())
+            marco->resize(event->size());
 }
 
 } // namespace app

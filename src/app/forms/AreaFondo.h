@@ -5,7 +5,8 @@
 
 namespace app {
 
-/// The place of the windows inside the main window, with a picture behind them that fills it without being distorted.
+/// The place of the windows inside the main window, with a picture behind them that fills it without being distorted. A
+/// window that fills it goes on doing so when it changes its size.
 class AreaFondo : public QMdiArea
 {
     Q_OBJECT
@@ -19,6 +20,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     QPixmap m_fondo;

@@ -77,6 +77,10 @@ sistema::sistema(db::Entorno &entorno, Comprobador &comprobador, ui::Ventanas &v
             marcos.cbegin(), marcos.cend(), [](const QMdiSubWindow *marco) { return marco->isVisible(); }));
     });
     m_menu->setTeclas(true);
+    connect(&m_ventanas, &ui::Ventanas::refrescoPedido, this, [this](const QStringList &nombres) {
+        if (nombres.isEmpty() || nombres.contains(objectName()))
+            actualizarUsuario();
+    });
     auto *irAlMenu = new QShortcut(QKeySequence(Qt::Key_F10), this);
     connect(irAlMenu, &QShortcut::activated, m_menu, &ColumnaMenu::enfocar);
 
@@ -147,11 +151,7 @@ void sistema::pulsar(const BotonMenu &boton)
         close();
         return;
     }
-    const VentanasDelMenu ventanas{
-        [this](const QString &nombre) { return m_ventanas.existe(nombre); },
-        [this](const QString &nombre) { return m_ventanas.activar(nombre); },
-        [this](const QString &nombre) { return m_ventanas.abrir(nombre, {}, this) != nullptr; },
-    };
+    const VentanasDelMenu ventanas = ventanasDelMenu();
     if (boton.hace == BotonMenu::Accion::Ayuda) {
         if (!m_ventanas.existe(boton.ventana))
             avisarNoDisponible(m_entorno);
@@ -203,6 +203,7 @@ void sistema::showEvent(QShowEvent *event)
     QMainWindow::showEvent(event);
     if (std::exchange(m_abierta, true))
         return;
+    m_faltaIngreso = !m_comprobador.baseLista();
     iniciarSesion();
     tiempo->start();
     timerbackup->start();

@@ -36,6 +36,9 @@ public:
     sistema(db::Entorno &entorno, Comprobador &comprobador, ui::Ventanas &ventanas);
     ~sistema() override;
 
+    /// Opens the frame and the window that the user begins with; where users must log in, the login comes first and
+    /// alone, and without it nothing opens.
+    void empezar(bool conIngreso);
     /// Shows the current user's name, and where the database is, in the status bar.
     void actualizarUsuario();
     /// Plays the sound of a notice; without one the computer beeps.
@@ -45,12 +48,21 @@ public:
     QTimer *tiempo; ///< notices of the chat
     QTimer *timerbackup; ///< temporary print rows
 
+signals:
+    /// The login of the start was cancelled: the program ends.
+    void ingresoCancelado();
+
 protected:
     void showEvent(QShowEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
 private:
     void pulsar(const BotonMenu &boton);
+    [[nodiscard]] VentanasDelMenu ventanasDelMenu();
+    void abrirInicio();
+    /// False while the login has still to come, which is asked for then: the database was not there at start to say
+    /// that users must log in.
+    bool ingresado();
     void revisarAnuncios();
     void limpiar();
     /// Once, as soon as there is a database: background picture and log entry.
@@ -72,6 +84,7 @@ private:
     QLabel *m_base;
     QLabel *m_fecha;
     bool m_abierta = false;
+    bool m_faltaIngreso = false; ///< nobody could be asked who works, as there was no database
     bool m_iniciada = false; ///< the start of the session is in the log
     bool m_cerrando = false;
     bool m_ocupada = false; ///< a press or a tick is under way, perhaps behind a message box

@@ -10,6 +10,7 @@
 #include "patients/Parecidos.h"
 #include "patients/forms/FormularioAmplio.h"
 #include "patients/forms/PanelParecidos.h"
+#include "ui/BotonLista.h"
 #include "ui/Botones.h"
 #include "ui/Estilo.h"
 #include "ui/ListaCombo.h"
@@ -22,6 +23,7 @@
 #include <QRadioButton>
 #include <QStackedWidget>
 #include <QTimer>
+#include <QToolButton>
 
 #include <chrono>
 
@@ -115,7 +117,13 @@ QWidget *nuevopaci::crearReducido()
     m_campos->addRow(tr("&Nombres:"), nombresr);
     m_campos->addRow(tr("&Doc. Identidad:"), dnir);
     m_campos->addRow(tr("&Teléfono:"), telparr);
-    m_campos->addRow(tr("C&obertura:"), coberturar);
+    listacoberturar
+        = ui::botonLista(*this, ventanas(), *coberturar, QStringLiteral("Lista Coberturas"), tr("Coberturas Médicas"));
+    auto *cobertura = new QHBoxLayout;
+    cobertura->addWidget(coberturar, 1);
+    cobertura->addWidget(listacoberturar);
+    m_campos->addRow(tr("C&obertura:"), cobertura);
+    qobject_cast<QLabel *>(m_campos->labelForField(cobertura))->setBuddy(coberturar); // a layout carries none
     m_campos->addRow(tr("Do&micilio:"), domicilior);
     m_campos->addRow(tr("&Email:"), emailr);
     m_campos->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -186,14 +194,12 @@ void nuevopaci::refrescar()
     m_amplio->cargar(conexion());
     m_amplio->setNumeroGenerado(numero);
 
-    const int elegida = ui::idElegido(*coberturar);
     ui::cargarLista(
         *coberturar,
         conexion(),
         QStringLiteral("Lista Coberturas"),
         QStringLiteral("nombre"),
         {{tr("<Sin indicar>"), 0}});
-    ui::elegirId(*coberturar, elegida);
 }
 
 bool nuevopaci::hayCambios() const { return m_preparada && !m_descartar && huella() != m_inicial; }

@@ -11,6 +11,7 @@ class QPushButton;
 class QRadioButton;
 class QStackedWidget;
 class QTimer;
+class QToolButton;
 
 namespace patients {
 
@@ -42,6 +43,7 @@ public:
     QLineEdit *dnir;
     QLineEdit *telparr;
     QComboBox *coberturar;
+    QToolButton *listacoberturar;
     QLineEdit *domicilior;
     QLineEdit *emailr;
     QPushButton *guardar;

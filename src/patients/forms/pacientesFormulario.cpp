@@ -1,11 +1,10 @@
 #include "patients/forms/pacientes.h"
 
-#include "base/Fechas.h"
-#include "db/ListaDoctores.h"
 #include "patients/forms/ColumnaRegistros.h"
 #include "patients/forms/EncabezadoPaciente.h"
 #include "patients/forms/FotoPaciente.h"
 #include "patients/forms/OpcionCobertura.h"
+#include "ui/BotonLista.h"
 #include "ui/Botones.h"
 #include "ui/CampoFecha.h"
 #include "ui/Estilo.h"
@@ -252,20 +251,7 @@ void pacientes::conLista(const QString &columna, const QString &titulo)
     const auto &todos = m_campos.campos();
     const auto suyo
         = std::find_if(todos.cbegin(), todos.cend(), [&](const ui::Campo &c) { return c.columna == columna; });
-    auto *boton = new QToolButton(this);
-    boton->setObjectName(QStringLiteral("lista") + lista->objectName());
-    boton->setText(QStringLiteral("..."));
-    boton->setToolTip(tr("Mantenimiento de la lista: %1").arg(titulo));
-    boton->setFocusPolicy(Qt::ClickFocus); // Tab goes from field to field
-    connect(boton, &QToolButton::clicked, this, [this, tabla = suyo->tabla, titulo] {
-        intentar([&] {
-            if (aceptado(db::controlarDerecho(entorno(), u"accesoconfiguracion")))
-                abrirVentana(
-                    QStringLiteral("mantenimiento"),
-                    {.datos = {{QStringLiteral("lista"), tabla}, {QStringLiteral("titulo"), titulo}}});
-        });
-    });
-    alLado(lista, boton);
+    alLado(lista, ui::botonLista(*this, ventanas(), *lista, suyo->tabla, titulo));
 }
 
 void pacientes::conEdad(const QString &columna)
