@@ -17,10 +17,8 @@ const QString deEstaPersona = QStringLiteral(" FROM [Borradores] WHERE usuario =
 qint64 Borradores::guardar(const Borrador &borrador)
 {
     Connection &conexion = m_entorno.conexion();
-    Recordset fila(
-        conexion,
-        QStringLiteral("SELECT * FROM [Borradores] WHERE id = ? and usuario = ?"),
-        {borrador.id, m_entorno.usuarioActual()});
+    // By its id alone: what was typed goes with the window when another user takes over.
+    Recordset fila(conexion, QStringLiteral("SELECT * FROM [Borradores] WHERE id = ?"), {borrador.id});
     if (fila.isEmpty())
         fila.addNew();
     fila.set(u"usuario", m_entorno.usuarioActual());

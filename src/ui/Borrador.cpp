@@ -8,6 +8,8 @@
 #include "db/Error.h"
 #include "ui/Campos.h"
 
+#include <QTabWidget>
+
 namespace ui {
 
 namespace {
@@ -40,13 +42,24 @@ QVariant desdeJson(const Campo &campo, const QJsonValue &valor)
     }
 }
 
-QString rotulo(const Campo &campo)
+QString sinTecla(QString texto)
 {
-    QString texto = campo.etiqueta;
     texto.remove(u'&');
     while (texto.endsWith(u':') || texto.endsWith(u' '))
         texto.chop(1);
     return texto;
+}
+
+/// The field's label, after the title of the page that it stands on: there is an "Apellido" on several.
+QString rotulo(const Campo &campo, QWidget *control)
+{
+    const QString etiqueta = sinTecla(campo.etiqueta);
+    for (QWidget *padre = control; padre; padre = padre->parentWidget())
+        if (const auto *solapas = qobject_cast<QTabWidget *>(padre))
+            for (int i = 0; i < solapas->count(); ++i)
+                if (solapas->widget(i)->isAncestorOf(control))
+                    return sinTecla(solapas->tabText(i)) + QStringLiteral(", ") + etiqueta;
+    return etiqueta;
 }
 
 /// On one line, in quotes; what is long is cut.
@@ -155,7 +168,7 @@ QStringList Borrador::diferencias(const QJsonObject &datos) const
         const QString nuevo = suyo.contains(escrito)
             ? suyo.value(escrito).toString()
             : m_campos.comoTexto(campo.columna, desdeJson(campo, suyo.value(ahora)));
-        QString renglon = rotulo(campo) + QStringLiteral(": ") + citado(nuevo);
+        QString renglon = rotulo(campo, m_campos.control(campo.columna)) + QStringLiteral(": ") + citado(nuevo);
         const QString leido = citado(m_campos.comoTexto(campo.columna, guardado));
         if (actual != suyo.value(antes))
             renglon += tr("  ¡Atención! Después se guardó %1.").arg(leido);

@@ -3,6 +3,7 @@
 #include "app/Comprobador.h"
 #include "app/Sesion.h"
 #include "app/forms/AreaFondo.h"
+#include "app/forms/AvisoBorradores.h"
 #include "app/forms/ColumnaMenu.h"
 #include "base/Clock.h"
 #include "base/Mensajes.h"
@@ -41,6 +42,7 @@ sistema::sistema(db::Entorno &entorno, Comprobador &comprobador, ui::Ventanas &v
     , m_ventanas(ventanas)
     , m_menu(new ColumnaMenu)
     , m_area(new AreaFondo)
+    , m_borradores(new AvisoBorradores(entorno, ventanas, this))
     , m_usuario(new QLabel)
     , m_base(new QLabel)
     , m_fecha(new QLabel)
@@ -60,6 +62,7 @@ sistema::sistema(db::Entorno &entorno, Comprobador &comprobador, ui::Ventanas &v
 
     barra->setObjectName(QStringLiteral("barra"));
     setStatusBar(barra);
+    barra->addPermanentWidget(m_borradores);
     m_usuario->setObjectName(QStringLiteral("usuario"));
     m_base->setObjectName(QStringLiteral("base"));
     m_fecha->setObjectName(QStringLiteral("fecha"));
@@ -106,6 +109,8 @@ void sistema::actualizarUsuario()
     if (m_comprobador.baseLista())
         intentar([&] { nombre = db::nombreUsuarioActual(m_entorno); });
     m_usuario->setText(QStringLiteral("Usuario Activo: ") + nombre);
+    if (m_comprobador.baseLista())
+        callado([this] { m_borradores->buscar(); });
     actualizarBarra();
 }
 

@@ -20,6 +20,7 @@ class Ventanas;
 namespace app {
 
 class AreaFondo;
+class AvisoBorradores;
 class ColumnaMenu;
 class Comprobador;
 
@@ -80,6 +81,7 @@ private:
     Sonido m_sonido;
     ColumnaMenu *m_menu;
     AreaFondo *m_area;
+    AvisoBorradores *m_borradores;
     QLabel *m_usuario;
     QLabel *m_base;
     QLabel *m_fecha;

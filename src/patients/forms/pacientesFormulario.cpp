@@ -183,7 +183,7 @@ QWidget *pacientes::construirSolapas()
             1)});
     const QString inactivo = tr("Queda con todos sus datos, pero fuera de la búsqueda de siempre.");
     pagina(
-        tr("&Más datos"),
+        tr("Más dato&s"),
         {m_campos.plano(
             {campo::lista(QStringLiteral("idestadocivil"), tr("Estado civil:"), QStringLiteral("Lista Estado civil")),
              campo::lista(QStringLiteral("idpais"), tr("País:"), QStringLiteral("Lista Pais")),
@@ -202,10 +202,10 @@ QWidget *pacientes::construirSolapas()
         {m_campos.plano(
              {campo::texto(QStringLiteral("nombrepadre"), tr("Padre:")),
               campo::texto(QStringLiteral("nombremadre"), tr("Madre:")),
-              campo::fecha(QStringLiteral("nacipadre"), tr("Nacimiento:")),
-              campo::fecha(QStringLiteral("nacimadre"), tr("Nacimiento:")),
-              campo::lista(QStringLiteral("idocupacionpadre"), tr("Ocupación:"), QStringLiteral("Lista Ocupacion")),
-              campo::lista(QStringLiteral("idocupacionmadre"), tr("Ocupación:"), QStringLiteral("Lista Ocupacion")),
+              campo::fecha(QStringLiteral("nacipadre"), tr("Nac. del padre:")),
+              campo::fecha(QStringLiteral("nacimadre"), tr("Nac. de la madre:")),
+              campo::lista(QStringLiteral("idocupacionpadre"), tr("Ocup. del padre:"), QStringLiteral("Lista Ocupacion")),
+              campo::lista(QStringLiteral("idocupacionmadre"), tr("Ocup. de la madre:"), QStringLiteral("Lista Ocupacion")),
               campo::texto(QStringLiteral("horashogarpadre"), tr("Horas en el hogar:")),
               campo::texto(QStringLiteral("horashogarmadre"), tr("Horas en el hogar:"))},
              2),
