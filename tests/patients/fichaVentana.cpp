@@ -17,6 +17,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
@@ -379,6 +380,35 @@ private slots:
         m_base->guion.esperarPregunta(u"Atención..."_s, pregunta, false);
         m_base->guion.esperarPregunta(u"Confirmación..."_s, descartar, true);
         v = abrir(0);
+        QVERIFY(pendientes().isEmpty());
+    }
+
+    // Another process types, pauses and is killed: nobody closed, nobody saved.
+    void borradorDeUnProcesoMuerto()
+    {
+        QProcess terminal;
+        terminal.start(
+            QStringLiteral(VASTELO_TERMINAL), {m_base->carpetaPrograma(), u"1"_s, u"Av. O'Higgins 1450, 2º \"B\""_s});
+        QVERIFY(terminal.waitForStarted());
+        QVERIFY(terminal.waitForReadyRead(20000));
+        QCOMPARE(terminal.readAllStandardOutput(), QByteArray("escrito\n"));
+        terminal.kill();
+        QVERIFY(terminal.waitForFinished());
+        QCOMPARE(terminal.exitStatus(), QProcess::CrashExit);
+        QCOMPARE(m_base->valor(u"SELECT Domicilio FROM [Pacientes] WHERE NroHC = 1"_s), QString());
+
+        // It ran under this computer's own name and clock.
+        m_base->conexion().execute(
+            u"UPDATE [Borradores] SET equipo = ?, fecha = ?"_s, {m_base->equipo(), m_base->reloj.now()});
+        m_base->guion.esperarPregunta(
+            u"Atención..."_s,
+            u"El 22/11/2026 09:00 quedaron datos sin guardar (PÉREZ, ANA):\n\n"
+            "Domicilio: \"Av. O'Higgins 1450, 2º \"B\"\"\n\n¿Desea recuperarlos?"_s,
+            true);
+        auto *v = abrir(1);
+        v->guardar->click();
+        QCOMPARE(
+            m_base->valor(u"SELECT Domicilio FROM [Pacientes] WHERE NroHC = 1"_s), u"Av. O'Higgins 1450, 2º \"B\""_s);
         QVERIFY(pendientes().isEmpty());
     }
 
