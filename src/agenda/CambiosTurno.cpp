@@ -3,6 +3,7 @@
 #include "agenda/Reserva.h"
 #include "agenda/Sobreturnos.h"
 #include "agenda/Textos.h"
+#include "base/Clock.h"
 #include "base/Fechas.h"
 #include "db/Config.h"
 #include "db/Entorno.h"
@@ -23,6 +24,15 @@ db::Recordset leer(db::Connection &conexion, qint64 id)
     return {conexion, QStringLiteral("SELECT * FROM [Agenda Turnos] WHERE id = ?"), {id}};
 }
 
+/// Who has the mark `aplicaraturnos` changes and deletes appointments of today and later only.
+base::Control controlarDia(db::Entorno &entorno, const db::Recordset &turno)
+{
+    const bool pasado = turno.date(u"Fecha") < entorno.clock().today();
+    if (pasado && db::opcionUsuario(entorno, u"aplicaraturnos").toBool())
+        return db::sinPermiso();
+    return std::nullopt;
+}
+
 /// Right, transaction, re-reading and writing that all changes of one row share. `cambio` sets columns of the row, or
 /// refuses.
 base::Control cambiar(db::Entorno &entorno, qint64 id, const std::function<base::Control(db::Recordset &)> &cambio)
@@ -35,6 +45,8 @@ base::Control cambiar(db::Entorno &entorno, qint64 id, const std::function<base:
         return registroEliminado();
     if (turno.integer(u"NroHC") == nroBloqueado)
         return atencion(QStringLiteral("El horario está bloqueado: no tiene un turno asignado."));
+    if (auto rechazo = controlarDia(entorno, turno))
+        return rechazo;
     if (auto rechazo = cambio(turno))
         return rechazo;
     turno.update();
@@ -57,7 +69,7 @@ qint64 pagoAEliminar(db::Entorno &entorno, qint64 id)
     if (!db::Config(entorno.conexion()).bandera(u"pagocaja"))
         return 0;
     const db::Recordset turno = leer(entorno.conexion(), id);
-    if (turno.isEmpty() || !turno.flag(u"llegado") || turno.flag(u"Atendido"))
+    if (turno.isEmpty() || !turno.flag(u"llegado") || turno.flag(u"Atendido") || controlarDia(entorno, turno))
         return 0;
     const qint64 idcaja = turno.integer(u"idcaja");
     if (idcaja == 0
@@ -146,6 +158,8 @@ base::Resultado<int> liberar(db::Entorno &entorno, const QVector<qint64> &ids)
         const db::Recordset turno = leer(conexion, id);
         if (turno.isEmpty())
             return registroEliminado();
+        if (auto rechazo = controlarDia(entorno, turno))
+            return *rechazo;
         momentos << base::fechaHoraTexto(turno.dateTime(u"Fecha"));
         conexion.execute(QStringLiteral("DELETE FROM [Agenda Turnos] WHERE id = ?"), {id});
     }

@@ -13,7 +13,8 @@ class Entorno;
 namespace agenda {
 
 // Every change of an appointment checks the right of the person working, re-reads the row by its `id` and refuses when
-// another station deleted it. Nothing is written on a refusal.
+// another station deleted it. Whose mark `aplicaraturnos` is set has the right for appointments of today and later
+// only. Nothing is written on a refusal.
 
 /// Marks as arrived or absent. An attended one cannot become absent. With payments in the cash register the person is
 /// asked whether the movement of this appointment goes too.

@@ -35,7 +35,7 @@ struct Doctor {
 /// Configuración.") and, when `derecho` is not empty, that flag of it must be set ("No tiene permiso para ejecutar esta
 /// acción. ..."). Both titled "Atención...".
 [[nodiscard]] base::Control controlarDerecho(Entorno &entorno, QStringView derecho = {});
-/// The second of those refusals.
+/// The refusal for want of a right.
 [[nodiscard]] base::Rechazo sinPermiso();
 
 } // namespace db

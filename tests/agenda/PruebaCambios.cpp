@@ -65,6 +65,25 @@ private slots:
         }
     }
 
+    void soloDeHoyEnAdelante_data() { soporte::filasDeDialecto(); }
+    void soloDeHoyEnAdelante()
+    {
+        Consultorio base(soporte::dialectoActual());
+        const QDateTime hoy = Consultorio::a("09:20");
+        base.reloj.set(hoy.addSecs(3600)); // an hour of today that is over is still today
+        const qint64 deHoy = base.turno(7, hoy), deAyer = base.turno(7, hoy.addDays(-1));
+        QVERIFY(!marcarLlegado(base, deAyer, true));
+        base.conexion().execute("UPDATE [Lista Doctores] SET aplicaraturnos = -1");
+        QVERIFY(!marcarLlegado(base, deHoy, true));
+        QCOMPARE(texto(marcarLlegado(base, deAyer, false)), sinPermiso);
+        base.guion.esperarPregunta(base::titulo::confirmacion, preguntaEliminar, true);
+        const auto eliminados = liberar(base, {deHoy, deAyer});
+        QVERIFY(!eliminados);
+        QCOMPARE(eliminados.rechazo().texto, sinPermiso);
+        QCOMPARE(base.cuenta(), 2);
+        QVERIFY(base.guion.terminar());
+    }
+
     void ausente_con_pago_en_caja_data() { soporte::filasDeDialecto(); }
     void ausente_con_pago_en_caja()
     {

@@ -7,6 +7,7 @@
 #include "ui/Ventana.h"
 #include "ui/Ventanas.h"
 
+#include <QRegularExpression>
 #include <QShortcut>
 #include <QToolButton>
 
@@ -37,6 +38,9 @@ private slots:
         QTest::mouseClick(menu, Qt::LeftButton);
         ui::Ventana *agendas = ventanas.buscar(QStringLiteral("agendas"));
         QVERIFY(agendas);
+        // The letters of the menu are the window's as long as one is open.
+        for (const auto *boton : marco.findChildren<QToolButton *>(QRegularExpression(QStringLiteral("^men"))))
+            QVERIFY2(boton->shortcut().isEmpty(), qPrintable(boton->objectName()));
         auto *lista = agendas->findChild<ui::Grilla *>(QStringLiteral("lista"));
         QVERIFY(lista);
 

@@ -11,9 +11,10 @@ void MensajesGuionados::esperarMensaje(const QString &titulo, const QString &tex
     m_guion.push_back({Clase::Mensaje, titulo, texto, icono});
 }
 
-void MensajesGuionados::esperarPregunta(const QString &titulo, const QString &texto, bool respuesta)
+void MensajesGuionados::esperarPregunta(
+    const QString &titulo, const QString &texto, bool respuesta, std::function<void()> mientras)
 {
-    m_guion.push_back({Clase::Pregunta, titulo, texto, Icono::Ninguno, respuesta});
+    m_guion.push_back({Clase::Pregunta, titulo, texto, Icono::Ninguno, respuesta, {}, std::move(mientras)});
 }
 
 void MensajesGuionados::esperarTexto(const QString &titulo, const QString &texto, std::optional<QString> respuesta)
@@ -81,6 +82,8 @@ void MensajesGuionados::mensaje(const QString &titulo, const QString &texto, Ico
 bool MensajesGuionados::pregunta(const QString &titulo, const QString &texto, bool)
 {
     const auto paso = tomar(Clase::Pregunta, titulo, texto);
+    if (paso && paso->mientras)
+        paso->mientras();
     return paso && paso->respuesta;
 }
 

@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include <deque>
+#include <functional>
 
 namespace soporte {
 
@@ -14,7 +15,9 @@ class MensajesGuionados final : public base::Mensajes
 {
 public:
     void esperarMensaje(const QString &titulo, const QString &texto, base::Icono icono = base::Icono::Critico);
-    void esperarPregunta(const QString &titulo, const QString &texto, bool respuesta);
+    /// `mientras` is what happens while the question waits, at another station for example.
+    void
+    esperarPregunta(const QString &titulo, const QString &texto, bool respuesta, std::function<void()> mientras = {});
     void esperarTexto(const QString &titulo, const QString &texto, std::optional<QString> respuesta);
     void esperarClave(const QString &titulo, const QString &texto, std::optional<QString> respuesta);
     void esperarArchivo(const QString &titulo, std::optional<QString> respuesta);
@@ -44,6 +47,7 @@ private:
         base::Icono icono = base::Icono::Ninguno;
         bool respuesta = false;
         std::optional<QString> valor = {};
+        std::function<void()> mientras = {};
     };
     std::optional<Paso> tomar(Clase clase, const QString &titulo, const QString &texto, bool conTexto = true);
 

@@ -6,6 +6,7 @@ namespace pantallas {
 
 // The pictures by subject, in the order of the documents.
 [[nodiscard]] std::vector<Pantalla> escenasDeSistema();
+[[nodiscard]] std::vector<Pantalla> escenasDeUsuarios();
 [[nodiscard]] std::vector<Pantalla> escenasDeAgenda();
 [[nodiscard]] std::vector<Pantalla> escenasDePacientes();
 [[nodiscard]] std::vector<Pantalla> escenasDeFichas();

@@ -16,7 +16,13 @@ namespace {
 std::vector<Pantalla> lista()
 {
     std::vector<Pantalla> todas;
-    for (const auto &escenas : {escenasDeSistema, escenasDeAgenda, escenasDePacientes, escenasDeFichas, escenasDeMantenimiento})
+    for (const auto &escenas :
+         {escenasDeSistema,
+          escenasDeUsuarios,
+          escenasDeAgenda,
+          escenasDePacientes,
+          escenasDeFichas,
+          escenasDeMantenimiento})
         for (Pantalla &pantalla : escenas())
             todas.push_back(std::move(pantalla));
     return todas;

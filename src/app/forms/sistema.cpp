@@ -74,10 +74,12 @@ sistema::sistema(db::Entorno &entorno, Comprobador &comprobador, ui::Ventanas &v
     }
 
     connect(m_menu, &ColumnaMenu::pulsado, this, &sistema::pulsar);
-    connect(m_area, &QMdiArea::subWindowActivated, this, [this] {
+    connect(m_area, &QMdiArea::subWindowActivated, this, [this](const QMdiSubWindow *activa) {
+        // A window is activated before it shows, and none is while a dialog has the keyboard.
         const QList<QMdiSubWindow *> marcos = m_area->subWindowList();
-        m_menu->setTeclas(std::none_of(
-            marcos.cbegin(), marcos.cend(), [](const QMdiSubWindow *marco) { return marco->isVisible(); }));
+        m_menu->setTeclas(!activa && std::none_of(marcos.cbegin(), marcos.cend(), [](const QMdiSubWindow *marco) {
+            return marco->isVisible();
+        }));
     });
     m_menu->setTeclas(true);
     connect(&m_ventanas, &ui::Ventanas::refrescoPedido, this, [this](const QStringList &nombres) {
