@@ -195,10 +195,6 @@ void abrirVentanaInicio(db::Entorno &entorno, Comprobador &comprobador, const Ve
         abrirDesdeMenu(entorno, comprobador, ventanas, *boton);
 }
 
-void avisarNoDisponible(db::Entorno &entorno)
-{
-    entorno.mensajes().informar(
-        base::titulo::atencion, u"Esta ventana todavía no forma parte de esta versión de Vastelo."_qs);
-}
+void avisarNoDisponible(db::Entorno &entorno) { base::avisarNoDisponible(entorno.mensajes()); }
 
 } // namespace app

@@ -83,4 +83,12 @@ void Transaction::commit()
     --m_connection.m_depth;
 }
 
+ShortWait::ShortWait(Connection &connection, int milliseconds)
+    : m_connection(connection)
+{
+    m_connection.engine().setBusyWait(milliseconds);
+}
+
+ShortWait::~ShortWait() { m_connection.engine().setBusyWait(0); }
+
 } // namespace db

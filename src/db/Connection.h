@@ -71,4 +71,18 @@ private:
     bool m_outermost;
 };
 
+/// While it lives, a statement waits only briefly for another station's write: for work that nobody asked for and that
+/// can be tried again later.
+class ShortWait
+{
+public:
+    explicit ShortWait(Connection &connection, int milliseconds = 100);
+    ~ShortWait();
+    ShortWait(const ShortWait &) = delete;
+    ShortWait &operator=(const ShortWait &) = delete;
+
+private:
+    Connection &m_connection;
+};
+
 } // namespace db

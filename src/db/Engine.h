@@ -58,6 +58,9 @@ public:
     [[nodiscard]] virtual bool readOnly() const { return false; }
     /// The file behind the connection; none for a server.
     [[nodiscard]] virtual std::optional<EmbeddedFile> embeddedFile() const { return {}; }
+
+    /// How long a statement waits for another station's write, in milliseconds; 0 for the engine's usual time.
+    virtual void setBusyWait(int) { }
 };
 
 /// Which engine opens a connection string, by its "Provider=". The program fills it once, tests put theirs in.

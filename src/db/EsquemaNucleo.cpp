@@ -70,8 +70,21 @@ Table historial()
         {indice("fecha")});
 }
 
+// What was typed and not yet saved, one row per open record; see Borradores.
+Table borradores()
+{
+    return tabla(
+        "Borradores",
+        contador() + largos("usuario") + textos(100, "equipo") + textos(50, "ventana")
+            + con(0, largos("registro NroPaci")) + textos(255, "titulo") + fechas("fecha") + memos("datos"),
+        {indice("usuario")});
+}
+
 } // namespace
 
-Schema esquemaNucleo() { return {{config(), listaDoctores(), lista("Lista Especialidades"), historial()}}; }
+Schema esquemaNucleo()
+{
+    return {{config(), listaDoctores(), lista("Lista Especialidades"), historial(), borradores()}};
+}
 
 } // namespace db

@@ -5,6 +5,7 @@
 #include "db/Entorno.h"
 #include "db/Historial.h"
 #include "db/ListaDoctores.h"
+#include "patients/Foto.h"
 
 #include <QDir>
 #include <QFile>
@@ -44,17 +45,6 @@ QStringList archivosDeEstudios(db::Entorno &entorno, int nrohc)
         if (!nombre.isEmpty())
             archivos << carpeta.filePath(nombre);
     }
-    return archivos;
-}
-
-QStringList fotos(const db::Entorno &entorno, int nrohc)
-{
-    const QString nombre = QStringLiteral("Foto") + QString::number(nrohc);
-    const QFileInfoList hallados = QDir(entorno.carpetaDatos() + QStringLiteral("/Imagenes/Fotos"))
-                                       .entryInfoList({nombre, nombre + QStringLiteral(".*")}, QDir::Files);
-    QStringList archivos;
-    for (const QFileInfo &archivo : hallados)
-        archivos << archivo.filePath();
     return archivos;
 }
 
@@ -127,6 +117,7 @@ const QStringList &tablasDelPaciente()
         QStringLiteral("Pacientes Presupuestos"),
         QStringLiteral("Pacientes Presupuestos General"),
         QStringLiteral("Pacientes Sesiones"),
+        QStringLiteral("Borradores"),
         imagenesDeEstudios};
     return tablas;
 }
@@ -152,7 +143,7 @@ base::Resultado<bool> eliminarPaciente(db::Entorno &entorno, int nrohc, bool fic
         return false;
 
     db::Transaction transaccion(conexion);
-    const QStringList archivos = archivosDeEstudios(entorno, nrohc) + fotos(entorno, nrohc);
+    const QStringList archivos = archivosDeEstudios(entorno, nrohc) + archivosDeFoto(entorno.carpetaDatos(), nrohc);
     for (const QString &tabla : tablasDelPaciente())
         conexion.execute(
             QStringLiteral("DELETE FROM %1 WHERE NroPaci = ?").arg(conexion.dialect().identifier(tabla)), {nrohc});

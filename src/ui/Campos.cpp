@@ -276,6 +276,14 @@ void Campos::mostrar(const QVariantMap &valores)
         cargar(i, valores.value(m_campos[size_t(i)].columna));
 }
 
+void Campos::actualizar(const db::ResultSet &rows, int fila)
+{
+    const QScopedValueRollback cargando(m_cargando, true);
+    for (int i = 0; i < int(m_campos.size()); ++i)
+        if (const int columna = rows.column(m_campos[size_t(i)].columna); columna >= 0 && !tocado(i))
+            cargar(i, rows.value(fila, columna));
+}
+
 void Campos::cargar(int i, const QVariant &valor)
 {
     poner(i, valor);
@@ -354,7 +362,12 @@ void Campos::poner(int i, const QVariant &valor)
     QWidget *control = m_atados[size_t(i)].control;
     switch (m_campos[size_t(i)].tipo) {
     case Tipo::Texto:
-    case Tipo::Entero: qobject_cast<QLineEdit *>(control)->setText(valor.toString()); break;
+    case Tipo::Entero: {
+        auto *linea = qobject_cast<QLineEdit *>(control);
+        linea->setText(valor.toString());
+        linea->setCursorPosition(0); // a long text shows its beginning
+        break;
+    }
     case Tipo::Decimal:
         qobject_cast<QLineEdit *>(control)->setText(valor.isNull() ? QString() : numeroTexto(valor.toDouble()));
         break;
@@ -383,6 +396,66 @@ void Campos::setValor(const QString &columna, const QVariant &valor)
     const int i = indice(columna);
     Q_ASSERT_X(i >= 0, "Campos", qPrintable(columna));
     poner(i, valor);
+}
+
+QVariant Campos::original(const QString &columna) const
+{
+    const int i = indice(columna);
+    Q_ASSERT_X(i >= 0, "Campos", qPrintable(columna));
+    return m_atados[size_t(i)].cargado;
+}
+
+QString Campos::escrito(const QString &columna) const
+{
+    QWidget *control = this->control(columna);
+    if (const auto *linea = qobject_cast<QLineEdit *>(control))
+        return linea->text();
+    const auto *lista = qobject_cast<QComboBox *>(control);
+    return lista ? lista->currentText() : QString();
+}
+
+QString Campos::ilegible(const QString &columna) const
+{
+    const int i = indice(columna);
+    const QString texto = escrito(columna);
+    if (i < 0 || !tocado(i) || texto.trimmed().isEmpty())
+        return {};
+    const bool legible = m_campos[size_t(i)].tipo == Tipo::Lista
+        ? idElegido(*qobject_cast<QComboBox *>(control(columna)), INT_MIN) != INT_MIN
+        : !leer(i).isNull();
+    return legible ? QString() : texto;
+}
+
+void Campos::escribir(const QString &columna, const QString &texto)
+{
+    QWidget *control = this->control(columna);
+    if (auto *linea = qobject_cast<QLineEdit *>(control))
+        linea->setText(texto);
+    else if (auto *lista = qobject_cast<QComboBox *>(control); lista && lista->isEditable())
+        lista->setEditText(texto);
+}
+
+QString Campos::comoTexto(const QString &columna, const QVariant &valor) const
+{
+    const int i = indice(columna);
+    Q_ASSERT_X(i >= 0, "Campos", qPrintable(columna));
+    const Campo &campo = m_campos[size_t(i)];
+    switch (campo.tipo) {
+    case Tipo::Fecha: return base::fechaTexto(valor.toDate());
+    case Tipo::Decimal: return valor.isNull() ? QString() : numeroTexto(valor.toDouble());
+    case Tipo::Bandera: return valor.toBool() ? tr("Sí") : tr("No");
+    case Tipo::Eleccion:
+    case Tipo::Lista: {
+        const auto *lista = qobject_cast<QComboBox *>(control(columna));
+        return valor.isNull() ? QString() : lista->itemText(lista->findData(valor.toInt()));
+    }
+    case Tipo::Propio:
+        for (const auto &[texto, id] : campo.opciones)
+            if (!valor.isNull() && id == valor.toInt())
+                return texto;
+        return campo.opciones.empty() ? valor.toString() : QString();
+    default: return valor.toString();
+    }
 }
 
 QVariantMap Campos::valores() const

@@ -60,12 +60,24 @@ public:
     /// Shows a row; from now on that is what counts as unchanged. Columns that it lacks are shown empty.
     void mostrar(const db::ResultSet &rows, int fila);
     void mostrar(const QVariantMap &valores);
+    /// Shows the row's newer values in the fields that the person has not changed, and leaves the others as they are.
+    void actualizar(const db::ResultSet &rows, int fila);
     /// What is shown becomes what counts as unchanged, after a save.
     void darPorGuardado();
 
     [[nodiscard]] QVariant valor(const QString &columna) const;
     /// Sets a field as if the person had: it counts as a change.
     void setValor(const QString &columna, const QVariant &valor);
+    /// The value that was loaded, whatever the person did since.
+    [[nodiscard]] QVariant original(const QString &columna) const;
+    /// What is typed into a line or a list, as it stands; empty for the other kinds.
+    [[nodiscard]] QString escrito(const QString &columna) const;
+    /// What is typed into a field and has no value: half a date, a text that is no entry of its list. Empty otherwise.
+    [[nodiscard]] QString ilegible(const QString &columna) const;
+    /// Types a text into a line or a list as if the person had.
+    void escribir(const QString &columna, const QString &texto);
+    /// A value as the person reads it: the name of an entry, "Sí", a date day first.
+    [[nodiscard]] QString comoTexto(const QString &columna, const QVariant &valor) const;
     /// Every field's value by column.
     [[nodiscard]] QVariantMap valores() const;
     /// Only those that differ from what was loaded.

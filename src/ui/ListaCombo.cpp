@@ -119,6 +119,8 @@ void elegirId(QComboBox &lista, int id)
     lista.setCurrentIndex(lista.findData(id));
     if (lista.isEditable() && lista.currentIndex() < 0)
         lista.clearEditText();
+    if (lista.lineEdit())
+        lista.lineEdit()->setCursorPosition(0); // a long name shows its beginning
 }
 
 } // namespace ui

@@ -62,6 +62,15 @@ void Ventana::actualizar()
 
 db::Connection &Ventana::conexion() const { return m_entorno.conexion(); }
 
+Ventana *Ventana::abrirVentana(const QString &nombre, const Pedido &pedido)
+{
+    if (!m_ventanas.existe(nombre)) {
+        base::avisarNoDisponible(m_entorno.mensajes());
+        return nullptr;
+    }
+    return m_ventanas.abrir(nombre, pedido, this);
+}
+
 bool Ventana::intentar(const std::function<void()> &accion)
 {
     QString descripcion;

@@ -65,6 +65,9 @@ protected:
     [[nodiscard]] db::Connection &conexion() const;
     [[nodiscard]] const QVariantMap &datos() const { return m_pedido.datos; }
 
+    /// Opens another window over this one. Null when it declined, and when it is not part of this version: then the
+    /// person was told.
+    Ventana *abrirVentana(const QString &nombre, const Pedido &pedido = {});
     /// Connects a button's click to an action run by intentar().
     void alPulsar(QAbstractButton *boton, const std::function<void()> &accion);
     /// Enter in one of those fields (in any field, when none is given) presses this button.

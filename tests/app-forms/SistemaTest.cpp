@@ -3,6 +3,7 @@
 #include "app/MenuPrincipal.h"
 #include "app/forms/AreaFondo.h"
 #include "db/Config.h"
+#include "db/Borradores.h"
 #include "db/Error.h"
 #include "maintenance/RespaldoAutomatico.h"
 #include "support/BaseDePrueba.h"
@@ -16,6 +17,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QStatusBar>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -91,6 +93,7 @@ public:
 class otra : public ui::Ventana
 {
 public:
+    using Ventana::datos;
     using Ventana::Ventana;
     /// What it was opened for has been done.
     void hacer(const QVariantMap &resultado) { terminar(resultado); }
@@ -188,6 +191,33 @@ private slots:
             QVERIFY2(!teclas.contains(boton.tecla), qPrintable(boton.titulo));
             teclas += boton.tecla;
         }
+    }
+
+    // What a program that went away left unsaved is told without a box, and opened by name; this session's is not.
+    void datosSinGuardarDeAntes()
+    {
+        preparar();
+        base->conexion().execute(QStringLiteral("INSERT INTO [Pacientes] (NroHC,Apellido) VALUES (7,'Paz')"));
+        db::Borradores borradores(*base);
+        (void)borradores.guardar(
+            {.ventana = QStringLiteral("fichita"), .registro = 3, .nropaci = 7, .titulo = QStringLiteral("Paz & Cía")});
+        (void)borradores.guardar({.ventana = QStringLiteral("fichita"), .nropaci = 8}); // its patient is gone
+        registrarOtra(QStringLiteral("fichita"));
+        marco->show();
+        auto *aviso = marco->findChild<QToolButton *>(QStringLiteral("borradores"));
+        QVERIFY(aviso && aviso->isVisible());
+        QCOMPARE(aviso->text(), QStringLiteral("Hay datos sin guardar de antes"));
+        const qint64 deAhora = borradores.guardar({.ventana = QStringLiteral("fichita")});
+        emit aviso->menu()->aboutToShow();
+        QCOMPARE(aviso->menu()->actions().size(), 1);
+        QCOMPARE(aviso->menu()->actions()[0]->text(), QStringLiteral("Paz && Cía  (22/11/2026 09:00)"));
+        aviso->menu()->actions()[0]->trigger();
+        auto *abierta = static_cast<otra *>(ventanas->buscar(QStringLiteral("fichita")));
+        QVERIFY(abierta);
+        QCOMPARE(abierta->datos(), (QVariantMap{{"registro", 3}, {"nrohc", 7}}));
+        base->conexion().execute(QStringLiteral("DELETE FROM [Borradores] WHERE id <> ?"), {deAhora});
+        emit aviso->menu()->aboutToShow();
+        QVERIFY(!aviso->isVisible());
     }
 
     void ordenDeUnaPulsacion_data()

@@ -3,6 +3,7 @@
 #include "patients/forms/Registro.h"
 #include "patients/forms/elecpaci.h"
 #include "patients/forms/nuevopaci.h"
+#include "patients/forms/pacientes.h"
 #include "support/BaseDePrueba.h"
 #include "support/Prueba.h"
 #include "ui/Grilla.h"
@@ -265,17 +266,10 @@ private slots:
     {
         auto *v = abrir<elecpaci>(u"elecpaci"_s, {{u"modo"_s, 1}});
         v->listapaci->elegirClave(3);
-        m_base->guion.esperarMensaje(
-            u"Atención..."_s,
-            u"Esta ventana todavía no forma parte de esta versión de Vastelo."_s,
-            base::Icono::Informacion);
         v->aceptar->click();
-
-        m_ventanas->registrar(u"pacientes"_s, ui::Modo::Marco, [this] { return new ficha(*m_base, *m_ventanas); });
-        v->aceptar->click();
-        auto *abierta = static_cast<ficha *>(m_ventanas->buscar(u"pacientes"_s));
+        auto *abierta = qobject_cast<patients::pacientes *>(m_ventanas->buscar(u"pacientes"_s));
         QVERIFY(abierta);
-        QCOMPARE(abierta->datos().value(u"nrohc"_s).toInt(), 3);
+        QCOMPARE(abierta->paciente()->nrohc(), 3);
         QVERIFY(!m_ventanas->buscar(u"elecpaci"_s));
 
         v = abrir<elecpaci>(u"elecpaci"_s, {{u"modo"_s, 1}});
@@ -283,7 +277,7 @@ private slots:
         m_base->guion.esperarMensaje(
             u"Atención..."_s, u"Un Paciente está siendo atendido, para seguir debe cerrar la ficha del Paciente"_s);
         v->aceptar->click();
-        QCOMPARE(abierta->datos().value(u"nrohc"_s).toInt(), 3);
+        QCOMPARE(abierta->paciente()->nrohc(), 3);
     }
 
     void elNuevoQuedaElegido()

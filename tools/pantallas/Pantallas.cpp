@@ -17,7 +17,12 @@ std::vector<Pantalla> lista()
 {
     std::vector<Pantalla> todas;
     for (const auto &escenas :
-         {escenasDeSistema, escenasDeUsuarios, escenasDeAgenda, escenasDePacientes, escenasDeMantenimiento})
+         {escenasDeSistema,
+          escenasDeUsuarios,
+          escenasDeAgenda,
+          escenasDePacientes,
+          escenasDeFichas,
+          escenasDeMantenimiento})
         for (Pantalla &pantalla : escenas())
             todas.push_back(std::move(pantalla));
     return todas;

@@ -3,6 +3,7 @@
 #include "app/Comprobador.h"
 #include "app/Sesion.h"
 #include "app/forms/AreaFondo.h"
+#include "app/forms/AvisoBorradores.h"
 #include "app/forms/ColumnaMenu.h"
 #include "base/Clock.h"
 #include "base/Mensajes.h"
@@ -47,6 +48,7 @@ sistema::sistema(db::Entorno &entorno, Comprobador &comprobador, ui::Ventanas &v
     , m_area(new AreaFondo)
     , m_sinRespaldo(new QLabel)
     , m_mensajeNuevo(new QLabel)
+    , m_borradores(new AvisoBorradores(entorno, ventanas, this))
     , m_usuario(new QLabel)
     , m_base(new QLabel)
     , m_fecha(new QLabel)
@@ -66,6 +68,7 @@ sistema::sistema(db::Entorno &entorno, Comprobador &comprobador, ui::Ventanas &v
 
     barra->setObjectName(QStringLiteral("barra"));
     setStatusBar(barra);
+    barra->addPermanentWidget(m_borradores);
     m_usuario->setObjectName(QStringLiteral("usuario"));
     m_base->setObjectName(QStringLiteral("base"));
     m_fecha->setObjectName(QStringLiteral("fecha"));
@@ -130,6 +133,8 @@ void sistema::actualizarUsuario()
     if (m_comprobador.baseLista())
         intentar([&] { nombre = db::nombreUsuarioActual(m_entorno); });
     m_usuario->setText(QStringLiteral("Usuario Activo: ") + nombre);
+    if (m_comprobador.baseLista())
+        callado([this] { m_borradores->buscar(); });
     actualizarBarra();
 }
 

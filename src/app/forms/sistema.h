@@ -24,6 +24,7 @@ class Ventanas;
 namespace app {
 
 class AreaFondo;
+class AvisoBorradores;
 class ColumnaMenu;
 class Comprobador;
 
@@ -100,6 +101,7 @@ private:
     AreaFondo *m_area;
     QLabel *m_sinRespaldo; ///< stays until there is a copy again
     QLabel *m_mensajeNuevo; ///< stays until the notice is read
+    AvisoBorradores *m_borradores;
     QLabel *m_usuario;
     QLabel *m_base;
     QLabel *m_fecha;

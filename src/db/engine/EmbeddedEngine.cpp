@@ -345,6 +345,11 @@ bool EmbeddedEngine::moved() const
     return sqlite3_file_control(m_database, "main", SQLITE_FCNTL_HAS_MOVED, &flag) == SQLITE_OK && flag != 0;
 }
 
+void EmbeddedEngine::setBusyWait(int milliseconds)
+{
+    sqlite3_busy_timeout(m_database, milliseconds > 0 ? milliseconds : busyMilliseconds);
+}
+
 bool EmbeddedEngine::readOnly() const { return sqlite3_db_readonly(m_database, "main") == 1; }
 
 void EmbeddedEngine::fail(int code, const QByteArray &sql) const

@@ -49,6 +49,7 @@ public:
     [[nodiscard]] bool moved() const override;
     [[nodiscard]] bool readOnly() const override;
     [[nodiscard]] std::optional<EmbeddedFile> embeddedFile() const override { return m_file; }
+    void setBusyWait(int milliseconds) override;
 
     /// The same with text in the engine's own SQL, for what stands above another dialect.
     [[nodiscard]] Rows queryNative(const QByteArray &sql, const Params &params);

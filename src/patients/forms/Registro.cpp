@@ -2,6 +2,7 @@
 
 #include "patients/forms/elecpaci.h"
 #include "patients/forms/nuevopaci.h"
+#include "patients/forms/pacientes.h"
 #include "ui/Registrar.h"
 
 namespace patients {
@@ -10,6 +11,7 @@ void registrarVentanas(db::Entorno &entorno, ui::Ventanas &ventanas)
 {
     ui::registrar<elecpaci>(entorno, ventanas, QStringLiteral("elecpaci"), ui::Modo::Dialogo);
     ui::registrar<nuevopaci>(entorno, ventanas, QStringLiteral("nuevopaci"), ui::Modo::Dialogo);
+    ui::registrar<pacientes>(entorno, ventanas, QStringLiteral("pacientes"), ui::Modo::Marco);
 }
 
 } // namespace patients
