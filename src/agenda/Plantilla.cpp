@@ -3,6 +3,7 @@
 #include "agenda/Textos.h"
 #include "base/Fechas.h"
 #include "db/Entorno.h"
+#include "db/ListaDoctores.h"
 #include "db/Recordset.h"
 
 namespace agenda {
@@ -166,8 +167,18 @@ guardarPlantilla(db::Connection &conexion, Plantilla plantilla, const QString &f
     return int(id);
 }
 
+base::Resultado<int>
+guardarPlantilla(db::Entorno &entorno, const Plantilla &plantilla, const QString &fechadesde, const QString &fechahasta)
+{
+    if (auto sinDerecho = db::controlarDerecho(entorno, derechoHorarios))
+        return *sinDerecho;
+    return guardarPlantilla(entorno.conexion(), plantilla, fechadesde, fechahasta);
+}
+
 base::Resultado<bool> eliminarPlantilla(db::Entorno &entorno, int id)
 {
+    if (auto sinDerecho = db::controlarDerecho(entorno, derechoHorarios))
+        return *sinDerecho;
     if (!entorno.mensajes().pregunta(
             base::titulo::confirmacion, QStringLiteral("¿Seguro que desea eliminar la plantilla seleccionada?"), false))
         return false;
