@@ -204,8 +204,10 @@ QWidget *pacientes::construirSolapas()
               campo::texto(QStringLiteral("nombremadre"), tr("Madre:")),
               campo::fecha(QStringLiteral("nacipadre"), tr("Nac. del padre:")),
               campo::fecha(QStringLiteral("nacimadre"), tr("Nac. de la madre:")),
-              campo::lista(QStringLiteral("idocupacionpadre"), tr("Ocup. del padre:"), QStringLiteral("Lista Ocupacion")),
-              campo::lista(QStringLiteral("idocupacionmadre"), tr("Ocup. de la madre:"), QStringLiteral("Lista Ocupacion")),
+              campo::lista(
+                  QStringLiteral("idocupacionpadre"), tr("Ocup. del padre:"), QStringLiteral("Lista Ocupacion")),
+              campo::lista(
+                  QStringLiteral("idocupacionmadre"), tr("Ocup. de la madre:"), QStringLiteral("Lista Ocupacion")),
               campo::texto(QStringLiteral("horashogarpadre"), tr("Horas en el hogar:")),
               campo::texto(QStringLiteral("horashogarmadre"), tr("Horas en el hogar:"))},
              2),
