@@ -4,7 +4,9 @@
 #include "base/Numeros.h"
 #include "db/Connection.h"
 #include "db/ResultSet.h"
+#include "texto/TextoRico.h"
 #include "ui/CampoFecha.h"
+#include "ui/EditorTexto.h"
 #include "ui/ListaCombo.h"
 
 #include <QCheckBox>
@@ -453,6 +455,8 @@ QString Campos::comoTexto(const QString &columna, const QVariant &valor) const
         for (const auto &[texto, id] : campo.opciones)
             if (!valor.isNull() && id == valor.toInt())
                 return texto;
+        if (qobject_cast<EditorTexto *>(control(columna)))
+            return texto::comoPlano(valor.toString());
         return campo.opciones.empty() ? valor.toString() : QString();
     default: return valor.toString();
     }

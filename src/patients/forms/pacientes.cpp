@@ -13,6 +13,8 @@
 #include "patients/forms/EncabezadoPaciente.h"
 #include "patients/forms/FotoPaciente.h"
 #include "patients/forms/OpcionCobertura.h"
+#include "printing/Armar.h"
+#include "printing/forms/Ver.h"
 #include "ui/Borrador.h"
 #include "ui/CampoFecha.h"
 
@@ -245,7 +247,25 @@ void pacientes::save()
     ventanas().refrescar({QStringLiteral("agendas"), QStringLiteral("pacientesredu"), QStringLiteral("ordenes")});
 }
 
-void pacientes::print() { }
+void pacientes::print()
+{
+    // Without a patient the button is off.
+    if (hayCambios()
+        && !entorno().mensajes().pregunta(
+            base::titulo::atencion,
+            tr("Hay datos sin guardar: la ficha se imprime como está guardada. ¿Desea imprimirla?"),
+            true))
+        return;
+    if (!m_paciente->existe(conexion())) {
+        (void)aceptado(pacienteAusente());
+        return;
+    }
+    printing::Contenido contenido;
+    contenido.titulo = tr("Ficha del Paciente");
+    contenido.paciente = printing::leerDatosPaciente(conexion(), m_paciente->nrohc());
+    contenido.html = fichaHtml(entorno(), *m_paciente);
+    printing::ver(ventanas(), printing::armar(entorno(), contenido), this);
+}
 
 void pacientes::abrirRegistro(const BotonRegistro &boton)
 {

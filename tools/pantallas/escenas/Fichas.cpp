@@ -2,7 +2,9 @@
 
 #include "Camara.h"
 #include "db/Connection.h"
+#include "ui/EditorTexto.h"
 
+#include <QComboBox>
 #include <QTabWidget>
 
 namespace pantallas {
@@ -27,6 +29,23 @@ void verFicha(Escena &e)
     asentar();
 }
 
+void verHistoria(Escena &e)
+{
+    verFicha(e);
+    e.pulsar(ficha, QStringLiteral("bothc"));
+    if (auto *hoja = e.control<ui::EditorTexto>(QStringLiteral("histoclinica"), QStringLiteral("HC")))
+        hoja->setHtml(QStringLiteral(
+            "<html><body><p><b>12/03/2024</b> Consulta por <u>disnea nocturna</u>. Asma desde la infancia.</p>"
+            "<p>Se indica:</p><ul><li>Budesonide 200, dos veces por día</li><li>Salbutamol a demanda</li></ul>"
+            "<p><b>18/11/2026</b> Mejor. <span style='color:#c00000'>Sin crisis desde agosto.</span></p>"
+            "</body></html>"));
+    for (const auto &[nombre, texto] :
+         {std::pair{QStringLiteral("GrupoSanguineo"), QStringLiteral("A")},
+          {QStringLiteral("FactorSanguineo"), QStringLiteral("Rh +")}})
+        if (auto *lista = e.control<QComboBox>(QStringLiteral("histoclinica"), nombre))
+            lista->setCurrentText(texto);
+}
+
 } // namespace
 
 std::vector<Pantalla> escenasDeFichas()
@@ -39,6 +58,7 @@ std::vector<Pantalla> escenasDeFichas()
              if (auto *solapas = e.control<QTabWidget>(ficha, QStringLiteral("solapas")))
                  solapas->setCurrentIndex(2);
          }},
+        {QStringLiteral("histoclinica"), verHistoria},
     };
 }
 
