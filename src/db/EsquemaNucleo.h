@@ -4,7 +4,8 @@
 
 namespace db {
 
-/// The tables that every part of the system consults: `Config`, `Lista Doctores`, `Lista Especialidades`, `Historial`.
+/// The tables that every part of the system consults: `Config`, `Lista Doctores`, `Lista Especialidades`,
+/// `Historial` with its chain and its uses.
 [[nodiscard]] Schema esquemaNucleo();
 
 } // namespace db
