@@ -2,6 +2,7 @@
 
 #include "db/CadenaHistorial.h"
 #include "db/Entorno.h"
+#include "db/Error.h"
 
 #include <QFile>
 
@@ -72,6 +73,19 @@ void recordarCabeza(Entorno &entorno, const CabezaHistorial &cabeza)
     QFile datos(archivo(entorno));
     if (datos.open(QIODevice::WriteOnly))
         datos.write(texto);
+}
+
+void aceptarFinal(Entorno &entorno)
+{
+    CadenaHistorial cadena(entorno.conexion());
+    try {
+        const std::optional<Eslabon> ultimo = cadena.abrir() ? cadena.cola() : std::nullopt;
+        if (ultimo)
+            recordarCabeza(entorno, {cadena.comienzo().sal, ultimo->orden, ultimo->sello, ultimo->fecha});
+    } catch (const Error &error) {
+        if (error.kind() != Error::Kind::NoSuchTable)
+            throw;
+    }
 }
 
 } // namespace db

@@ -26,5 +26,7 @@ struct CabezaHistorial {
 [[nodiscard]] bool sigueEnCadena(CadenaHistorial &cadena, const CabezaHistorial &cabeza);
 /// A folder that cannot be written to is no reason to disturb anybody: then nothing is remembered.
 void recordarCabeza(Entorno &entorno, const CabezaHistorial &cabeza);
+/// Keeps the end of the chain as it now is, whatever was remembered.
+void aceptarFinal(Entorno &entorno);
 
 } // namespace db

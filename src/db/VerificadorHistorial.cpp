@@ -4,9 +4,8 @@
 #include "db/Entorno.h"
 #include "db/Error.h"
 
-#include <QHash>
-
 #include <algorithm>
+#include <map>
 
 namespace db {
 
@@ -14,7 +13,8 @@ namespace {
 
 constexpr size_t eslabonesPorPaso = 2000;
 constexpr int eslabonesRecientes = 5000;
-constexpr int filasPorSellar = 3000;
+// Most of a small stretch would be waiting for the disk.
+constexpr int filasPorSellar = 8000;
 constexpr size_t hallazgosContados = 1000;
 
 QDateTime momentoDe(const Eslabon &eslabon) { return readStoredDateTime(eslabon.fecha); }
@@ -174,9 +174,9 @@ void VerificadorHistorial::recorrerCadena()
 void VerificadorHistorial::anotar(const RecorridoCadena::Paso &paso)
 {
     const Eslabon &eslabon = paso.eslabon;
-    const QDateTime antes = readStoredDateTime(std::exchange(m_fechaAnterior, eslabon.fecha));
+    const QByteArray antes = std::exchange(m_fechaAnterior, eslabon.fecha);
     if (paso.faltan > 0 && !paso.perdido)
-        hallar(Clase::FaltanEslabones, antes, momentoDe(eslabon), paso.faltan);
+        hallar(Clase::FaltanEslabones, readStoredDateTime(antes), momentoDe(eslabon), paso.faltan);
     const bool alterado = paso.alterado || eslabon.clase == Eslabon::Clase::Comienzo;
     if (!paso.perdido && !alterado) {
         m_celdas->agregarEslabon(eslabon);
@@ -330,50 +330,60 @@ std::vector<Eslabon> VerificadorHistorial::eslabonesDe(const CeldasHistorial::Di
     return suyos;
 }
 
-void VerificadorHistorial::compararDia(int dia)
+void VerificadorHistorial::recorrerDia(int dia, const std::function<void(const ResultSet &, int, const Huella &)> &fila)
 {
-    std::multimap<Huella, HallazgoHistorial> sobran;
     LectorHistorial lector(
         m_conexion, dia > 0 ? diaDeClave(dia) : QDate(), dia > 0 ? diaDeClave(dia) : primerDiaHistorial());
     while (lector.leer())
-        for (int f = 0; f < lector.cantidad(); ++f) {
-            const ResultSet &filas = lector.filas();
-            const QDateTime momento = filas.dateTime(f, 0);
-            if (claveDia(filas.utf8(f, 0)) == dia)
-                sobran.insert(
-                    {m_cadena.llave().deFila(filas, f), {Clase::Agregada, momento, momento, 1, detalleDe(filas, f)}});
-        }
+        for (int f = 0; f < lector.cantidad(); ++f)
+            if (claveDia(lector.filas().utf8(f, 0)) == dia)
+                fila(lector.filas(), f, m_cadena.llave().deFila(lector.filas(), f));
+}
+
+void VerificadorHistorial::compararDia(int dia)
+{
+    // How many rows of a kind there are more than links.
+    std::map<Huella, int> saldo;
+    recorrerDia(dia, [&](const ResultSet &, int, const Huella &huella) { ++saldo[huella]; });
     std::vector<QDateTime> faltan;
     for (const CeldasHistorial::Dia &suyo : m_celdas->distintos(dia, dia))
         for (const Eslabon &eslabon : eslabonesDe(suyo)) {
-            const auto fila = sobran.find(eslabon.huella);
-            if (fila != sobran.end())
-                sobran.erase(fila);
-            else
+            const auto filas = saldo.find(eslabon.huella);
+            if (filas == saldo.end())
                 faltan.push_back(momentoDe(eslabon));
+            else if (--filas->second == 0)
+                saldo.erase(filas);
         }
     // What a link that was changed says is told already.
-    std::erase_if(sobran, [this](const auto &fila) {
-        return std::binary_search(m_huellasAlteradas.begin(), m_huellasAlteradas.end(), fila.first);
+    std::erase_if(saldo, [this](const auto &filas) {
+        return std::binary_search(m_huellasAlteradas.begin(), m_huellasAlteradas.end(), filas.first);
     });
-    if (faltan.empty() && sobran.empty())
+    if (faltan.empty() && saldo.empty())
         return;
     if (m_alcance == Alcance::Reciente && !m_informe.completo) {
         verTodo();
         return;
     }
+    std::vector<HallazgoHistorial> sobran;
+    recorrerDia(dia, [&](const ResultSet &filas, int fila, const Huella &huella) {
+        const auto suyas = saldo.find(huella);
+        if (suyas == saldo.end() || suyas->second-- <= 0)
+            return;
+        const QDateTime momento = filas.dateTime(fila, 0);
+        sobran.push_back({Clase::Agregada, momento, momento, 1, detalleDe(filas, fila)});
+    });
     // A row that is gone and another one of the same minute are one that was changed.
     for (const QDateTime &momento : faltan) {
         const auto otra = std::find_if(
-            sobran.begin(), sobran.end(), [&](const auto &fila) { return fila.second.desde == momento; });
+            sobran.begin(), sobran.end(), [&](const HallazgoHistorial &fila) { return fila.desde == momento; });
         if (otra == sobran.end()) {
             hallar(Clase::Eliminada, momento, momento);
         } else {
-            hallar(Clase::Modificada, momento, momento, 1, otra->second.detalle);
+            hallar(Clase::Modificada, momento, momento, 1, otra->detalle);
             sobran.erase(otra);
         }
     }
-    for (const auto &[huella, agregada] : sobran)
+    for (const HallazgoHistorial &agregada : sobran)
         hallar(agregada.clase, agregada.desde, agregada.hasta, 1, agregada.detalle);
 }
 

@@ -5,6 +5,7 @@
 #include "db/CeldasHistorial.h"
 #include "db/LectorHistorial.h"
 
+#include <functional>
 #include <optional>
 
 namespace db {
@@ -86,6 +87,7 @@ private:
     void comparar();
     void compararTramo(const CeldasHistorial::Tramo &tramo);
     void compararDia(int dia);
+    void recorrerDia(int dia, const std::function<void(const ResultSet &filas, int fila, const Huella &)> &fila);
     void compararFinal();
     void terminar();
     /// Something is wrong among what is recent: only the whole tells for sure what.

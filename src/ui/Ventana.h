@@ -46,7 +46,7 @@ public:
     /// refrescar() with its failures shown.
     void actualizar();
     /// Asks for a file and writes all rows of a grid to it as CSV.
-    void exportar(const Grilla &grilla);
+    virtual void exportar(const Grilla &grilla);
 
 signals:
     void terminada(const QVariantMap &resultado);

@@ -6,6 +6,7 @@
 #include "app/forms/sistema.h"
 #include "db/Error.h"
 #include "db/Verificacion.h"
+#include "maintenance/forms/historial.h"
 #include "ui/Grilla.h"
 #include "ui/MensajesQt.h"
 #include "ui/Ventana.h"
@@ -121,6 +122,7 @@ const QString agendas = QStringLiteral("agendas");
 const QString booking = QStringLiteral("agendanuevoturno");
 const QString chooser = QStringLiteral("elecpaci");
 const QString alta = QStringLiteral("nuevopaci");
+const QString log = QStringLiteral("historial");
 const QString taken = QStringLiteral("11:20"); ///< arrived and waiting, with an extra appointment
 const QString libre = QStringLiteral("16:20");
 
@@ -164,6 +166,15 @@ void darDeAlta(Escena &e)
         cobertura->setCurrentIndex(qMin(2, cobertura->count() - 1));
 }
 
+void verHistorial(Escena &e)
+{
+    e.pulsar({}, QStringLiteral("menhistorial"));
+    auto *ventana = dynamic_cast<maintenance::historial *>(e.ventanas().buscar(log));
+    while (ventana && ventana->ocupada())
+        asentar();
+    e.elegir(log, QStringLiteral("lista"), 4, QStringLiteral("Agenda de Turnos"));
+}
+
 std::function<void(Escena &)> deTurno(const QString &boton)
 {
     return [boton](Escena &e) {
@@ -188,6 +199,7 @@ const std::vector<Pantalla> &lista()
         {QStringLiteral("agendaobservacion"), deTurno(QStringLiteral("modifobservacion"))},
         {chooser, elegirPaciente},
         {alta, darDeAlta},
+        {log, verHistorial},
         {QStringLiteral("mensaje-eliminar"),
          [](Escena &e) { e.abrirAgenda(taken); },
          [](Escena &e, base::Mensajes &) { e.pulsar(agendas, QStringLiteral("liberar")); }},
