@@ -1,3 +1,4 @@
+#include "Historial.h"
 #include "Motor.h"
 #include "Tabla.h"
 #include "agenda/DiaAgenda.h"
@@ -13,6 +14,7 @@
 #include "db/Engine.h"
 #include "db/Error.h"
 #include "demo/Demo.h"
+#include "maintenance/forms/Registro.h"
 #include "patients/NuevoPaciente.h"
 #include "patients/forms/Registro.h"
 #include "patients/forms/elecpaci.h"
@@ -81,7 +83,7 @@ private:
 
 QString carpetaDe(const QString &carpeta, const demo::Medida &medida)
 {
-    return QStringLiteral("%1/p%2-t%3").arg(carpeta).arg(medida.pacientes).arg(medida.turnos);
+    return QStringLiteral("%1/p%2-t%3-a%4").arg(carpeta).arg(medida.pacientes).arg(medida.turnos).arg(medida.acciones);
 }
 
 /// Makes a practice in its folder, which then is as a program's; kept for the next run.
@@ -115,6 +117,7 @@ public:
         const double arranque = medicion::cronometrar([&] {
             patients::registrarVentanas(modulo, ventanas);
             agenda::registrarVentanas(modulo, ventanas);
+            maintenance::registrarVentanas(modulo, ventanas);
             (void)app::Arranque(modulo, [](const QString &) {}).iniciar();
             m_marco = std::make_unique<app::sistema>(modulo, modulo, ventanas);
             m_marco->resize(1280, 800);
@@ -130,6 +133,10 @@ public:
     void medirDia(int veces);
     void medirReserva(int veces);
     void medirAlta(int veces);
+    void medirHistorial(int encadenadas, int veces)
+    {
+        medicion::medirHistorial(tabla, modulo, ventanas, encadenadas, veces);
+    }
 
     Tabla tabla;
 
@@ -313,6 +320,12 @@ int main(int argc, char *argv[])
         QStringLiteral("Turnos de cada consultorio."),
         QStringLiteral("N"),
         QStringLiteral("1000000"));
+    const QCommandLineOption acciones(
+        QStringLiteral("acciones"),
+        QStringLiteral("Acciones del historial: la mitad, de antes del registro."),
+        QStringLiteral("N"),
+        QStringLiteral("1000000"));
+    const QCommandLineOption soloHistorial(QStringLiteral("historial"), QStringLiteral("Sólo mide el historial."));
     const QCommandLineOption veces(
         QStringLiteral("veces"), QStringLiteral("Mediciones de cada cosa."), QStringLiteral("N"), QStringLiteral("9"));
     const QCommandLineOption carpeta(
@@ -321,7 +334,7 @@ int main(int argc, char *argv[])
         QStringLiteral("carpeta"),
         QDir::temp().filePath(QStringLiteral("vastelo-medicion")));
     const QCommandLineOption soloLlenar(QStringLiteral("llenar"), QStringLiteral("Sólo hace los consultorios."));
-    opciones.addOptions({pacientes, turnos, veces, carpeta, soloLlenar});
+    opciones.addOptions({pacientes, turnos, acciones, soloHistorial, veces, carpeta, soloLlenar});
     opciones.process(application);
 
     try {
@@ -333,6 +346,7 @@ int main(int argc, char *argv[])
                 .turnos = std::max(1, opciones.value(turnos).toInt()),
                 .ordenes = n * 3,
                 .consultas = n * 5,
+                .acciones = std::max(1, opciones.value(acciones).toInt() / 2),
                 .hoy = hoy};
             const QString lugar = carpetaDe(opciones.value(carpeta), medida);
             const bool hecho = QFile::exists(lugar + QStringLiteral("/Datos.mdb"));
@@ -350,17 +364,24 @@ int main(int argc, char *argv[])
                         tamano,
                         QStringLiteral("--turnos"),
                         opciones.value(turnos),
+                        QStringLiteral("--acciones"),
+                        opciones.value(acciones),
                         QStringLiteral("--carpeta"),
                         opciones.value(carpeta)})
                     != 0)
                 return 1;
             Consultorio consultorio(lugar);
-            consultorio.medirEleccion(cuantas);
-            consultorio.medirDia(cuantas);
-            consultorio.medirReserva(cuantas);
-            consultorio.medirAlta(cuantas);
-            consultorio.tabla.imprimir(
-                QStringLiteral("%1 pacientes, %2 turnos").arg(medida.pacientes).arg(medida.turnos));
+            if (!opciones.isSet(soloHistorial)) {
+                consultorio.medirEleccion(cuantas);
+                consultorio.medirDia(cuantas);
+                consultorio.medirReserva(cuantas);
+                consultorio.medirAlta(cuantas);
+            }
+            consultorio.medirHistorial(medida.acciones, cuantas);
+            consultorio.tabla.imprimir(QStringLiteral("%1 pacientes, %2 turnos, %3 acciones")
+                                           .arg(medida.pacientes)
+                                           .arg(medida.turnos)
+                                           .arg(2 * medida.acciones));
         }
     } catch (const db::Error &error) {
         std::fprintf(stderr, "%s\n", qUtf8Printable(error.description()));

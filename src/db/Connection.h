@@ -42,6 +42,8 @@ public:
     /// True when the file behind it was removed or replaced since it was opened.
     [[nodiscard]] bool moved() const;
     [[nodiscard]] bool readOnly() const;
+    /// True while what is written may still be undone.
+    [[nodiscard]] bool inTransaction() const { return m_depth > 0; }
     [[nodiscard]] Engine &engine() { return *m_engine; }
 
 private:

@@ -58,6 +58,7 @@ void llenar(db::Connection &conexion, const Medida &medida, const Avance &avance
     tramo(avance, 0, 100)(94, QStringLiteral("Vacunas y controles"));
     crearControlesDeNinos(practica);
     guardarUltimasConsultas(practica);
+    crearHistorial(practica);
     practica.lote.cerrar();
 
     db::Config config(conexion);

@@ -1,5 +1,6 @@
 #include "ui/Grilla.h"
 
+#include "base/Csv.h"
 #include "ui/Preferencias.h"
 #include "ui/Ventana.h"
 
@@ -32,13 +33,6 @@ QString enUnaLinea(QString texto)
         if (c == u'\t' || c == u'\n' || c == u'\r')
             c = u' ';
     return texto;
-}
-
-QString campoCsv(QString texto)
-{
-    const bool comillas = std::any_of(
-        texto.cbegin(), texto.cend(), [](QChar c) { return c == u';' || c == u'"' || c == u'\n' || c == u'\r'; });
-    return comillas ? u'"' + texto.replace(u'"', QStringLiteral("\"\"")) + u'"' : texto;
 }
 
 } // namespace
@@ -264,7 +258,7 @@ QString Grilla::comoCsv() const
                 continue;
             if (!std::exchange(primera, false))
                 csv += u';';
-            csv += campoCsv(celda(columna));
+            csv += base::campoCsv(celda(columna));
         }
         csv += QStringLiteral("\r\n");
     };

@@ -47,7 +47,7 @@ public:
     /// refrescar() with its failures shown.
     void actualizar();
     /// Asks for a file and writes all rows of a grid to it as CSV.
-    void exportar(const Grilla &grilla);
+    virtual void exportar(const Grilla &grilla);
     /// Runs an action; a db::Error is shown ("ERROR...") and yields false.
     bool intentar(const std::function<void()> &accion);
     /// Shows all rows of a grid as they are to be printed; see Ventanas::setImprimirLista().
