@@ -95,6 +95,8 @@ public:
     bool esClienteDeRed() const override { return true; }
     int segundosAgenda() const override { return 30; }
     int segundosMensajes() const override { return 30; }
+    bool modoTurno() const override { return false; }
+    void setAjustesEquipo(const db::AjustesEquipo &) override { }
 
 private:
     soporte::BaseDePrueba &m_base;
