@@ -128,10 +128,6 @@ abrirDesdeMenu(db::Entorno &entorno, Comprobador &comprobador, const VentanasDel
     return Apertura::Abierta;
 }
 
-void avisarNoDisponible(db::Entorno &entorno)
-{
-    entorno.mensajes().informar(
-        base::titulo::atencion, u"Esta ventana todavía no forma parte de esta versión de Vastelo."_qs);
-}
+void avisarNoDisponible(db::Entorno &entorno) { base::avisarNoDisponible(entorno.mensajes()); }
 
 } // namespace app

@@ -54,4 +54,11 @@ inline const QString error = QStringLiteral("ERROR...");
 inline const QString confirmacion = QStringLiteral("Confirmación...");
 } // namespace titulo
 
+/// Tells that a window is not part of this version.
+inline void avisarNoDisponible(Mensajes &mensajes)
+{
+    mensajes.informar(
+        titulo::atencion, QStringLiteral("Esta ventana todavía no forma parte de esta versión de Vastelo."));
+}
+
 } // namespace base
