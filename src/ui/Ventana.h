@@ -45,8 +45,11 @@ public:
     bool recibir(const Pedido &pedido);
     /// refrescar() with its failures shown.
     void actualizar();
-    /// Asks for a file and writes all rows of a grid to it as CSV.
+    /// Asks for a file and writes all rows of a grid to it as CSV. Tells of a failure; a long one shows how far it is
+    /// and can be cancelled, which leaves the file as it was.
     void exportar(const Grilla &grilla);
+    /// The selected rows of a grid, or all with their titles, to the clipboard; in the same way.
+    void copiar(const Grilla &grilla, bool soloElegidas);
 
 signals:
     void terminada(const QVariantMap &resultado);
