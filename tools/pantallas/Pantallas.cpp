@@ -131,6 +131,16 @@ void elegirPaciente(Escena &e)
     e.tecla(chooser, QStringLiteral("apellidoredu"), Qt::Key_Return);
 }
 
+void buscarEnTodo(Escena &e)
+{
+    e.pulsar({}, QStringLiteral("menpacientes"));
+    e.pulsar(chooser, QStringLiteral("opcionampli"));
+    e.pulsar(chooser, QStringLiteral("sicober"));
+    e.escribir(chooser, QStringLiteral("apellido"), QStringLiteral("gar"));
+    e.escribir(chooser, QStringLiteral("edad1"), QStringLiteral("18"));
+    e.tecla(chooser, QStringLiteral("edad1"), Qt::Key_Return);
+}
+
 void reservar(Escena &e)
 {
     e.abrirAgenda(libre);
@@ -187,6 +197,7 @@ const std::vector<Pantalla> &lista()
         {QStringLiteral("agendamotivo"), deTurno(QStringLiteral("modifmoticonsul"))},
         {QStringLiteral("agendaobservacion"), deTurno(QStringLiteral("modifobservacion"))},
         {chooser, elegirPaciente},
+        {QStringLiteral("elecpaci-amplia"), buscarEnTodo},
         {alta, darDeAlta},
         {QStringLiteral("mensaje-eliminar"),
          [](Escena &e) { e.abrirAgenda(taken); },
