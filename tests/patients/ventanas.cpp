@@ -208,6 +208,22 @@ private slots:
         QCOMPARE(v->windowTitle(), u"Elección del Paciente"_s);
     }
 
+    void eliminaDesdeLaLista()
+    {
+        auto *v = abrir<elecpaci>(u"elecpaci"_s, {{u"modo"_s, 1}});
+        v->listapaci->elegirClave(1);
+        v->listapaci->setFocus();
+        const QString pregunta = u"¿Seguro que desea eliminar el Paciente PÉREZ, ANA?. Si lo hace, perderá toda la "
+                                 "Historia Clínica del Paciente y los registros contables del mismo."_s;
+        m_base->guion.esperarPregunta(u"Confirmación..."_s, pregunta, false);
+        QTest::keyClick(v->listapaci, Qt::Key_Delete);
+        QCOMPARE(v->cantidad->text(), u"3 pacientes"_s);
+        m_base->guion.esperarPregunta(u"Confirmación..."_s, pregunta, true);
+        QTest::keyClick(v->listapaci, Qt::Key_Delete);
+        QCOMPARE(v->cantidad->text(), u"2 pacientes"_s);
+        QVERIFY(abrir<elecpaci>(u"elecpaci"_s, {{u"modo"_s, 2}})->eliminar->isHidden());
+    }
+
     void eligePorTeclado()
     {
         auto *v = abrir<elecpaci>(u"elecpaci"_s, {{u"modo"_s, 2}});
