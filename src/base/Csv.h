@@ -4,7 +4,8 @@
 
 namespace base {
 
-/// A field of a line of CSV with semicolons, in quotes where it needs them.
+/// A field of a line of CSV with semicolons, in quotes where it needs them; what a spreadsheet would take for a formula
+/// begins with an apostrophe.
 [[nodiscard]] QString campoCsv(QString texto);
 
 } // namespace base

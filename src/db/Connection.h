@@ -36,6 +36,10 @@ public:
     void createTable(const Table &table);
     void addColumn(const QString &table, const Column &column);
 
+    /// See Engine.
+    [[nodiscard]] Rows search(const QString &table, const Conditions &conditions, const QStringList &columns = {});
+    void prepareSearch(const Table &table);
+
     /// The table of a SELECT over one table, empty for any other.
     [[nodiscard]] QString singleTable(const QString &sql);
 

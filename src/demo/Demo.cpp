@@ -2,6 +2,7 @@
 
 #include "db/Config.h"
 #include "demo/Practica.h"
+#include "patients/Esquema.h"
 
 namespace demo {
 
@@ -60,6 +61,7 @@ void llenar(db::Connection &conexion, const Medida &medida, const Avance &avance
     guardarUltimasConsultas(practica);
     crearHistorial(practica);
     practica.lote.cerrar();
+    conexion.prepareSearch(*patients::esquema().table(u"Pacientes"));
 
     db::Config config(conexion);
     const int ultimo = int(practica.pacientes.size());

@@ -12,8 +12,8 @@
 
 namespace printing {
 
-/// Formatted text. What is stored in the database is first made HTML with texto::comoHtml(); words of persons in HTML put
-/// together by hand go through QString::toHtmlEscaped().
+/// Formatted text. What is stored in the database is first made HTML with texto::comoHtml(); words of persons in HTML
+/// put together by hand go through QString::toHtmlEscaped().
 struct Texto {
     QString html;
 };

@@ -115,6 +115,19 @@ void ModeloGrilla::setOrden(int columna, int columnaResultado)
     m_ordenColumnas.at(size_t(columna)) = columnaResultado;
 }
 
+ModeloGrilla::Recorrido::Recorrido(const ModeloGrilla &modelo)
+    : m_modelo(modelo)
+{
+    if (m_modelo.m_alRecorrer)
+        m_modelo.m_alRecorrer(true);
+}
+
+ModeloGrilla::Recorrido::~Recorrido()
+{
+    if (m_modelo.m_alRecorrer)
+        m_modelo.m_alRecorrer(false);
+}
+
 int ModeloGrilla::filas() const
 {
     return m_paginas.empty() ? int(m_textos.size()) : m_paginas.back().inicio + m_paginas.back().cantidad;
@@ -175,6 +188,15 @@ QString ModeloGrilla::textoOrigen(int origin, int column) const
     }
 }
 
+QString ModeloGrilla::textoSeguro(int origin, int column) const
+{
+    try {
+        return textoOrigen(origin, column);
+    } catch (const std::exception &) {
+        return {};
+    }
+}
+
 int ModeloGrilla::rowCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : filas(); }
 
 int ModeloGrilla::columnCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : int(m_columnas.size()); }
@@ -187,12 +209,12 @@ QVariant ModeloGrilla::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole: {
         // One line per row: a memo shows its first words.
-        QString texto = textoOrigen(origin, index.column());
+        QString texto = textoSeguro(origin, index.column());
         if (texto.contains(u'\n') || texto.contains(u'\r'))
             texto = texto.left(500).simplified();
         return texto;
     }
-    case TextoEntero: return textoOrigen(origin, index.column());
+    case TextoEntero: return textoSeguro(origin, index.column());
     case Clave: return claveOrigen(origin);
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(m_columnas[size_t(index.column())].alineacion | Qt::AlignVCenter);
@@ -237,21 +259,30 @@ std::vector<int> ModeloGrilla::ordenadas(int column, Qt::SortOrder order) const
     if (column < 0 || column >= columnCount() || filas() == 0)
         return {};
     const bool descendente = order == Qt::DescendingOrder;
-    const bool propia = m_ordenColumnas[size_t(column)] < 0;
     // Of several results no single one knows the order.
-    if (const db::Rows unico = m_paginas.size() == 1 ? rows() : nullptr;
-        unico && !(propia && m_texto) && columnaOrden(column) < unico->columnCount())
+    const db::Rows unico = m_paginas.size() == 1 ? rows() : nullptr;
+    if (unico && column == m_yaOrdenada) {
+        std::vector<int> alReves;
+        for (int origin = descendente ? filas() - 1 : -1; origin >= 0; --origin)
+            alReves.push_back(origin);
+        return alReves;
+    }
+    const bool propia = unico && m_ordenColumnas[size_t(column)] < 0;
+    const bool calculada = propia && (m_texto || columnaOrden(column) >= unico->columnCount());
+    if (unico && !calculada && columnaOrden(column) < unico->columnCount())
         return ordenarColumna(*unico, columnaOrden(column), descendente);
     // No raw value stands behind these cells: what is read is what sorts.
     std::vector<QString> textos;
     textos.reserve(size_t(filas()));
     for (int origin = 0, n = filas(); origin < n; ++origin)
-        textos.push_back(textoOrigen(origin, column).trimmed());
+        textos.push_back(textoSeguro(origin, column).trimmed());
     return ordenarTextos(textos, descendente);
 }
 
 void ModeloGrilla::sort(int column, Qt::SortOrder order)
 {
+    if (m_alOrdenar)
+        m_alOrdenar(column);
     emit layoutAboutToBeChanged({}, VerticalSortHint);
     const QModelIndexList antes = persistentIndexList();
     std::vector<int> origenes;

@@ -68,6 +68,27 @@ public:
     void setColumnaClave(int columna) { m_columnaClave = columna; }
     /// Result column by whose raw value grid column `columna` sorts.
     void setOrden(int columna, int columnaResultado);
+    /// Results come in the order of that grid column: nothing is left to compare.
+    void setYaOrdenada(int columna) { m_yaOrdenada = columna; }
+    /// Called before the person's choice of an order (-1: as read) is carried out; may bring rows that have what it
+    /// needs.
+    void setAlOrdenar(std::function<void(int columna)> alOrdenar) { m_alOrdenar = std::move(alOrdenar); }
+
+    /// Called with true before a walk through every cell (a copy, an export), which it may make cheaper, and with false
+    /// afterwards.
+    void setAlRecorrer(std::function<void(bool empieza)> alRecorrer) { m_alRecorrer = std::move(alRecorrer); }
+    /// Such a walk, as long as it lives. Throws what the function throws that was set.
+    class Recorrido
+    {
+    public:
+        explicit Recorrido(const ModeloGrilla &modelo);
+        ~Recorrido();
+        Recorrido(const Recorrido &) = delete;
+        Recorrido &operator=(const Recorrido &) = delete;
+
+    private:
+        const ModeloGrilla &m_modelo;
+    };
 
     [[nodiscard]] const std::vector<ColumnaGrilla> &columnas() const { return m_columnas; }
     /// The result shown, of several the first one; null when there is none.
@@ -78,7 +99,8 @@ public:
     [[nodiscard]] int filaDe(qint64 clave) const;
     /// Origin row of a shown row.
     [[nodiscard]] int origen(int row) const { return m_permutacion.empty() ? row : m_permutacion[size_t(row)]; }
-    /// The whole text of a cell, line breaks and all.
+    /// The whole text of a cell, line breaks and all. Throws what a function given to setTexto() throws; data() and
+    /// sort() take such a cell for an empty one, as they have nobody to tell.
     [[nodiscard]] QString textoCelda(int row, int column) const;
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
@@ -101,6 +123,7 @@ private:
     [[nodiscard]] int filas() const;
     [[nodiscard]] qint64 claveOrigen(int origin) const;
     [[nodiscard]] QString textoOrigen(int origin, int column) const;
+    [[nodiscard]] QString textoSeguro(int origin, int column) const;
     [[nodiscard]] int columnaOrden(int column) const;
     [[nodiscard]] std::vector<int> ordenadas(int column, Qt::SortOrder order) const;
 
@@ -116,10 +139,13 @@ private:
     std::vector<Formato> m_formatos;
     std::vector<int> m_permutacion; ///< origin row by shown row; empty: as read
     int m_ordenadaPor = -1;
+    int m_yaOrdenada = -1;
     Qt::SortOrder m_sentido = Qt::AscendingOrder;
     Texto m_texto;
     Fondo m_fondo;
     std::function<QString(int)> m_ayuda;
+    std::function<void(int)> m_alOrdenar;
+    std::function<void(bool)> m_alRecorrer;
 };
 
 } // namespace ui

@@ -1,10 +1,10 @@
 #include "maintenance/forms/Registro.h"
 
 #include "maintenance/forms/configuracion.h"
+#include "maintenance/forms/historial.h"
 #include "maintenance/forms/listamantenimiento.h"
 #include "maintenance/forms/listareemplazo.h"
 #include "maintenance/forms/mantenimiento.h"
-#include "maintenance/forms/historial.h"
 #include "ui/Registrar.h"
 
 namespace maintenance {
