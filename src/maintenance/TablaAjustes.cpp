@@ -321,7 +321,7 @@ const std::vector<GrupoAjustes> &gruposDeAjustes()
         copias(),
         {u"historial"_qs, u"Historial"_qs, u"view-history"_qs, {}, u"eliminar registros accesos"_qs},
         {u"usuarios"_qs,
-         u"Usuarios"_qs,
+         u"Médicos y Usuarios"_qs,
          u"system-users"_qs,
          {},
          u"médicos profesionales administrador clave permisos"_qs},

@@ -378,7 +378,8 @@ void Campos::poner(int i, const QVariant &valor)
     case Tipo::Bandera: qobject_cast<QCheckBox *>(control)->setChecked(valor.toBool()); break;
     case Tipo::Eleccion: {
         auto *lista = qobject_cast<QComboBox *>(control);
-        lista->setCurrentIndex(lista->findData(valor.toInt()));
+        // Null is no choice, not the first one.
+        lista->setCurrentIndex(valor.isNull() ? -1 : lista->findData(valor.toInt()));
         break;
     }
     case Tipo::Lista: elegirId(*qobject_cast<QComboBox *>(control), valor.toInt()); break;

@@ -66,6 +66,9 @@ private slots:
         QCOMPARE(f.campos.valores(), fila);
         QVERIFY(!f.campos.controlar());
         QCOMPARE(f.control<QLineEdit>("costo")->text(), QStringLiteral("0,1"));
+        f.campos.mostrar({{"sexo", QVariant()}});
+        QCOMPARE(f.control<QComboBox>("sexo")->currentIndex(), -1); // nobody said so
+        f.campos.mostrar(fila);
         f.campos.cargarListas(f.base.conexion());
         QCOMPARE(f.campos.valores(), fila);
     }
