@@ -5,6 +5,7 @@
 #include "ui/OrdenTexto.h"
 
 #include <QLocale>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -52,6 +53,7 @@ ModeloGrilla::ModeloGrilla(std::vector<ColumnaGrilla> columnas, QObject *parent)
 
 void ModeloGrilla::setRows(db::Rows rows, int primera)
 {
+    const QScopedValueRollback cambio(m_cambiando, true);
     beginResetModel();
     m_textos.clear();
     m_claves.clear();
@@ -68,6 +70,7 @@ void ModeloGrilla::agregarRows(db::Rows rows, int cantidad)
     Q_ASSERT(m_textos.empty() && cantidad <= rows->rowCount());
     if (cantidad <= 0)
         return;
+    const QScopedValueRollback cambio(m_cambiando, true);
     const int antes = filas();
     beginInsertRows({}, antes, antes + cantidad - 1);
     m_paginas.push_back({std::move(rows), antes, cantidad});
@@ -82,11 +85,14 @@ void ModeloGrilla::setMas(std::function<bool()> hay, std::function<void()> traer
     m_traerMas = std::move(traer);
 }
 
-bool ModeloGrilla::canFetchMore(const QModelIndex &parent) const { return !parent.isValid() && m_hayMas && m_hayMas(); }
+bool ModeloGrilla::canFetchMore(const QModelIndex &parent) const
+{
+    return !m_cambiando && !parent.isValid() && m_hayMas && m_hayMas();
+}
 
 void ModeloGrilla::fetchMore(const QModelIndex &parent)
 {
-    if (!parent.isValid() && m_traerMas)
+    if (canFetchMore(parent) && m_traerMas)
         m_traerMas();
 }
 
@@ -100,6 +106,7 @@ const ModeloGrilla::Pagina &ModeloGrilla::paginaDe(int origin) const
 void ModeloGrilla::setTextos(std::vector<QStringList> textos, std::vector<qint64> claves)
 {
     Q_ASSERT(textos.size() == claves.size());
+    const QScopedValueRollback cambio(m_cambiando, true);
     beginResetModel();
     m_paginas.clear();
     m_textos = std::move(textos);
@@ -283,6 +290,7 @@ void ModeloGrilla::sort(int column, Qt::SortOrder order)
 {
     if (m_alOrdenar)
         m_alOrdenar(column);
+    const QScopedValueRollback cambio(m_cambiando, true);
     emit layoutAboutToBeChanged({}, VerticalSortHint);
     const QModelIndexList antes = persistentIndexList();
     std::vector<int> origenes;

@@ -131,6 +131,7 @@ private:
     std::vector<Pagina> m_paginas;
     std::function<bool()> m_hayMas;
     std::function<void()> m_traerMas;
+    bool m_cambiando = false; ///< nothing is added in the middle of a change
     int m_primera = 0;
     int m_columnaClave = -1;
     std::vector<QStringList> m_textos;

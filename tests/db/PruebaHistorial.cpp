@@ -412,12 +412,36 @@ private slots:
         llenarAnteriores(base.conexion(), QDate(2025, 12, 1), 30, 70);
         llenar(base);
         db::VerificadorHistorial verificador(base, Alcance::Todo);
-        const auto otra = base.otraTerminal();
         for (int i = 0; verificador.seguir(); ++i) {
             base.reloj.set({QDate(2026, 3, i % 2 ? 10 : 25), QTime(10, 0)});
             db::registrarHistorial(base, u"Caja"_s, u"Mientras %1"_s.arg(i));
         }
         QCOMPARE(hallazgos(verificador.informe()), QString());
+    }
+
+    /// Of a long chain only the last days are looked at, unless something is wrong among them.
+    void reciente()
+    {
+        soporte::BaseDePrueba base;
+        {
+            db::Transaction transaccion(base.conexion());
+            for (int i = 0; i < 7000; ++i) {
+                base.reloj.set({QDate(2026, 3, 1 + i / 1000), QTime(8, i % 60)});
+                db::registrarHistorial(base, u"Caja"_s, QString::number(i));
+            }
+            transaccion.commit();
+        }
+        db::InformeHistorial informe = verificar(base, Alcance::Reciente);
+        QVERIFY(informe.integro() && !informe.completo);
+        QCOMPARE(informe.desde, QDate(2026, 3, 3));
+        QCOMPARE(informe.acciones, 5000);
+        base.conexion().execute(u"UPDATE [Historial] SET iddoctor = 1 WHERE accion = '10'"_s);
+        QCOMPARE(hallazgos(verificar(base, Alcance::Reciente)), QString());
+        QCOMPARE(hallazgos(verificar(base)), u"Modificada 1"_s);
+        base.conexion().execute(u"DELETE FROM [Historial] WHERE accion = '6999'"_s);
+        informe = verificar(base, Alcance::Reciente);
+        QVERIFY(informe.completo);
+        QCOMPARE(hallazgos(informe), u"Modificada 1 | Eliminada 1"_s);
     }
 
     /// A chain that was cut off is not passed over because the log goes on.

@@ -113,6 +113,26 @@ private slots:
         QCOMPARE(modelo.clave(1), 0);
     }
 
+    /// A list that is read as it is scrolled: several results, one below the other.
+    void creceAlPie()
+    {
+        ModeloGrilla modelo(ui::leerEncabezado(encabezado));
+        const QAbstractItemModelTester control(&modelo, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        modelo.setColumnaClave(0);
+        int quedan = 2;
+        modelo.setMas([&] { return quedan > 0; }, [&] { modelo.agregarRows(filas(gente), quedan-- == 2 ? 3 : 5); });
+        modelo.setRows(filas(gente), 1);
+        while (modelo.canFetchMore({}))
+            modelo.fetchMore({});
+        QCOMPARE(claves(modelo), (Claves{1, 2, 3, 4, 5, 1, 2, 3, 1, 2, 3, 4, 5}));
+        QCOMPARE(columna(modelo, 0).mid(5, 3), columna(modelo, 0).first(3));
+        QCOMPARE(modelo.filaDe(4), 3);
+        modelo.sort(0, Qt::AscendingOrder);
+        QCOMPARE(claves(modelo).front(), 2);
+        modelo.setRows(filas(gente), 1);
+        QCOMPARE(modelo.rowCount(), 5);
+    }
+
     void ordenaPorValores_data()
     {
         QTest::addColumn<int>("columna");

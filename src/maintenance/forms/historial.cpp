@@ -192,14 +192,11 @@ void historial::filtrar()
 
 void historial::limpiarFiltros()
 {
-    {
-        const QSignalBlocker calla1(fechadesde), calla2(fechahasta), calla3(usuario), calla4(ventana), calla5(texto);
-        fechadesde->setFecha({});
-        fechahasta->setFecha({});
-        usuario->setCurrentIndex(0);
-        ventana->setCurrentIndex(0);
-        texto->clear();
-    }
+    fechadesde->setFecha({});
+    fechahasta->setFecha({});
+    usuario->setCurrentIndex(0);
+    ventana->setCurrentIndex(0);
+    texto->clear();
     buscar();
     lista->setFocus();
 }
@@ -211,6 +208,7 @@ void historial::buscar()
     m_base = &conexion();
     m_busqueda.emplace(conexion(), m_filtro, filasPorPedido);
     m_detenida = false;
+    m_faltan = filasPorPedido; // the emptied list asks for no more by itself
     lista->mostrar(db::Rows());
     lista->scrollToTop();
     pedirMas();
