@@ -1,3 +1,4 @@
+#include "Historial.h"
 #include "Motor.h"
 #include "Tabla.h"
 #include "agenda/DiaAgenda.h"
@@ -13,9 +14,11 @@
 #include "db/Engine.h"
 #include "db/Error.h"
 #include "demo/Demo.h"
+#include "maintenance/forms/Registro.h"
 #include "patients/NuevoPaciente.h"
 #include "patients/forms/Registro.h"
 #include "patients/forms/elecpaci.h"
+#include "ui/Grilla.h"
 #include "ui/PrepararAplicacion.h"
 #include "ui/Ventanas.h"
 
@@ -28,6 +31,7 @@
 #include <QLineEdit>
 #include <QPixmap>
 #include <QProcess>
+#include <QRadioButton>
 
 #include <cstdio>
 
@@ -81,7 +85,7 @@ private:
 
 QString carpetaDe(const QString &carpeta, const demo::Medida &medida)
 {
-    return QStringLiteral("%1/p%2-t%3").arg(carpeta).arg(medida.pacientes).arg(medida.turnos);
+    return QStringLiteral("%1/p%2-t%3-a%4").arg(carpeta).arg(medida.pacientes).arg(medida.turnos).arg(medida.acciones);
 }
 
 /// Makes a practice in its folder, which then is as a program's; kept for the next run.
@@ -115,6 +119,7 @@ public:
         const double arranque = medicion::cronometrar([&] {
             patients::registrarVentanas(modulo, ventanas);
             agenda::registrarVentanas(modulo, ventanas);
+            maintenance::registrarVentanas(modulo, ventanas);
             (void)app::Arranque(modulo, [](const QString &) {}).iniciar();
             m_marco = std::make_unique<app::sistema>(modulo, modulo, ventanas);
             m_marco->resize(1280, 800);
@@ -130,6 +135,10 @@ public:
     void medirDia(int veces);
     void medirReserva(int veces);
     void medirAlta(int veces);
+    void medirHistorial(int encadenadas, int veces)
+    {
+        medicion::medirHistorial(tabla, modulo, ventanas, encadenadas, veces);
+    }
 
     Tabla tabla;
 
@@ -153,40 +162,98 @@ private:
 void Consultorio::medirEleccion(int veces)
 {
     Motor motor(modulo.conexion());
-    const auto pintar = [](QWidget *ventana) { (void)ventana->grab(); };
+    const db::Dialect &dialecto = modulo.conexion().dialect();
+    const auto abrir = [this] {
+        auto *ventana = ventanas.abrir(QStringLiteral("elecpaci"), {.datos = {{QStringLiteral("modo"), 2}}});
+        (void)ventana->grab();
+        return static_cast<patients::elecpaci *>(ventana);
+    };
+    const auto cerrar = [](QWidget *ventana) {
+        ventana->close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    };
+    // Once a process: what the list needs is read from the file.
+    tabla.agregar(
+        QStringLiteral("elección de paciente, la primera vez"),
+        medicion::cronometrar([&] { cerrar(abrir()); }),
+        medicion::cronometrar([&] { (void)motor.ejecutar(listado({})); }));
     tabla.comparar(
         QStringLiteral("elección de paciente abierta, todo el padrón"),
-        [&] {
-            auto *ventana = ventanas.abrir(QStringLiteral("elecpaci"), {.datos = {{QStringLiteral("modo"), 2}}});
-            pintar(ventana);
-            ventana->close();
-            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        },
+        [&] { cerrar(abrir()); },
         [&] { (void)motor.ejecutar(listado({})); },
         veces);
 
-    auto *ventana = static_cast<patients::elecpaci *>(
-        ventanas.abrir(QStringLiteral("elecpaci"), {.datos = {{QStringLiteral("modo"), 2}}}));
-    for (const char16_t *texto : {u"g", u"gom", u"quis"}) {
-        const QString filtro = QString::fromUtf16(texto);
+    patients::elecpaci *ventana = abrir();
+    const auto tecla = [](QWidget *campo, int cual) {
+        QKeyEvent evento(QEvent::KeyPress, cual, Qt::NoModifier);
+        campo->setFocus();
+        QApplication::sendEvent(campo, &evento);
+    };
+    struct Caso {
+        QLineEdit *campo;
+        const char16_t *columna;
+        const char16_t *texto;
+        const char16_t *activos;
+    };
+    const auto filtrar = [&](const Caso &caso) {
+        const QString texto = QString::fromUtf16(caso.texto);
         tabla.comparar(
-            QStringLiteral("filtrada por '%1', pintada").arg(filtro),
+            QStringLiteral("filtrada por %1 '%2', pintada").arg(caso.campo->objectName(), texto),
             [&] {
-                ventana->apellidoredu->setText(filtro);
-                QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
-                ventana->apellidoredu->setFocus();
-                QApplication::sendEvent(ventana->apellidoredu, &enter);
-                pintar(ventana);
+                caso.campo->setText(texto);
+                tecla(caso.campo, Qt::Key_Return);
+                (void)ventana->grab();
+                // Where it found only one, another Enter would accept it.
+                caso.campo->clear();
             },
             [&] {
                 (void)motor.ejecutar(listado(
-                    QStringLiteral(" And ")
-                    + modulo.conexion().dialect().contains(QStringLiteral("Apellido"), filtro)));
+                    QString::fromUtf16(caso.activos) + QStringLiteral(" And ")
+                    + dialecto.contains(QString::fromUtf16(caso.columna), texto)));
             },
             veces);
-    }
-    ventana->close();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    };
+    for (const char16_t *texto : {u"g", u"gom", u"quis", u"zx"})
+        filtrar({ventana->apellidoredu, u"Apellido", texto, u""});
+    filtrar({ventana->nombresredu, u"Nombres", u"mar", u""});
+    ventana->opcionampli->click();
+    filtrar({ventana->dni, u"DNI", u"30111", u" And pacienteinactivo = 0"});
+    filtrar({ventana->telpar, u"Tel", u"4551", u" And pacienteinactivo = 0"});
+    ventana->opcionredu->click();
+
+    tecla(ventana->apellidoredu, Qt::Key_Return);
+    ventana->listapaci->elegirFila(0);
+    tabla.comparar(
+        QStringLiteral("una página más abajo, pintada con sus saldos"),
+        [&] {
+            QKeyEvent abajo(QEvent::KeyPress, Qt::Key_PageDown, Qt::NoModifier);
+            QApplication::sendEvent(ventana->listapaci, &abajo);
+            (void)ventana->grab();
+        },
+        [&] { (void)ventana->grab(); },
+        veces * 3);
+    tabla.comparar(
+        QStringLiteral("ordenada por documento"),
+        [&] {
+            ventana->listapaci->sortByColumn(2, Qt::AscendingOrder);
+            (void)ventana->grab();
+            ventana->listapaci->sortByColumn(-1, Qt::AscendingOrder);
+            tecla(ventana->apellidoredu, Qt::Key_Return);
+        },
+        [&] { (void)motor.ejecutar(listado({})); },
+        std::min(veces, 3));
+    tabla.comparar(
+        QStringLiteral("toda la lista con sus saldos, como se exporta"),
+        [&] { (void)ventana->listapaci->comoCsv(); },
+        [&] {
+            (void)motor.ejecutar(Motor::traducida(
+                QStringLiteral("SELECT NroHC,Apellido & ' ' & apellido2 & ', ' & Nombres,DNI,NroOS,"
+                               "(SELECT SUM(costo) FROM [Pacientes Ordenes] WHERE NroPaci = [Pacientes].NroHC),"
+                               "(SELECT SUM(importe) FROM [Pacientes Pagos] WHERE NroPaci = [Pacientes].NroHC and quien"
+                               " = 'P') FROM [Pacientes] ORDER BY Apellido,apellido2,Nombres")));
+        },
+        1);
+    cerrar(ventana);
 }
 
 void Consultorio::medirDia(int veces)
@@ -313,6 +380,12 @@ int main(int argc, char *argv[])
         QStringLiteral("Turnos de cada consultorio."),
         QStringLiteral("N"),
         QStringLiteral("1000000"));
+    const QCommandLineOption acciones(
+        QStringLiteral("acciones"),
+        QStringLiteral("Acciones del historial: la mitad, de antes del registro."),
+        QStringLiteral("N"),
+        QStringLiteral("1000000"));
+    const QCommandLineOption soloHistorial(QStringLiteral("historial"), QStringLiteral("Sólo mide el historial."));
     const QCommandLineOption veces(
         QStringLiteral("veces"), QStringLiteral("Mediciones de cada cosa."), QStringLiteral("N"), QStringLiteral("9"));
     const QCommandLineOption carpeta(
@@ -321,7 +394,7 @@ int main(int argc, char *argv[])
         QStringLiteral("carpeta"),
         QDir::temp().filePath(QStringLiteral("vastelo-medicion")));
     const QCommandLineOption soloLlenar(QStringLiteral("llenar"), QStringLiteral("Sólo hace los consultorios."));
-    opciones.addOptions({pacientes, turnos, veces, carpeta, soloLlenar});
+    opciones.addOptions({pacientes, turnos, acciones, soloHistorial, veces, carpeta, soloLlenar});
     opciones.process(application);
 
     try {
@@ -331,8 +404,9 @@ int main(int argc, char *argv[])
             const demo::Medida medida{
                 .pacientes = n,
                 .turnos = std::max(1, opciones.value(turnos).toInt()),
-                .ordenes = n * 3,
-                .consultas = n * 5,
+                .ordenes = std::min(n, 100'000) * 3,
+                .consultas = std::min(n, 100'000) * 5,
+                .acciones = std::max(1, opciones.value(acciones).toInt() / 2),
                 .hoy = hoy};
             const QString lugar = carpetaDe(opciones.value(carpeta), medida);
             const bool hecho = QFile::exists(lugar + QStringLiteral("/Datos.mdb"));
@@ -350,17 +424,24 @@ int main(int argc, char *argv[])
                         tamano,
                         QStringLiteral("--turnos"),
                         opciones.value(turnos),
+                        QStringLiteral("--acciones"),
+                        opciones.value(acciones),
                         QStringLiteral("--carpeta"),
                         opciones.value(carpeta)})
                     != 0)
                 return 1;
             Consultorio consultorio(lugar);
-            consultorio.medirEleccion(cuantas);
-            consultorio.medirDia(cuantas);
-            consultorio.medirReserva(cuantas);
-            consultorio.medirAlta(cuantas);
-            consultorio.tabla.imprimir(
-                QStringLiteral("%1 pacientes, %2 turnos").arg(medida.pacientes).arg(medida.turnos));
+            if (!opciones.isSet(soloHistorial)) {
+                consultorio.medirEleccion(cuantas);
+                consultorio.medirDia(cuantas);
+                consultorio.medirReserva(cuantas);
+                consultorio.medirAlta(cuantas);
+            }
+            consultorio.medirHistorial(medida.acciones, cuantas);
+            consultorio.tabla.imprimir(QStringLiteral("%1 pacientes, %2 turnos, %3 acciones")
+                                           .arg(medida.pacientes)
+                                           .arg(medida.turnos)
+                                           .arg(2 * medida.acciones));
         }
     } catch (const db::Error &error) {
         std::fprintf(stderr, "%s\n", qUtf8Printable(error.description()));

@@ -42,8 +42,6 @@ struct DiaNoLaborable {
 [[nodiscard]] base::Control
 agregarDiasNoLaborables(db::Connection &conexion, int iddoctor, const QVector<DiaNoLaborable> &dias);
 
-/// The right without which days off are neither added nor deleted.
-inline constexpr QStringView derechoDiasLibres = u"accesoagendas";
 /// "Debe seleccionar la/s fecha/s que no se atenderá."
 [[nodiscard]] base::Rechazo sinFechasElegidas();
 

@@ -1,6 +1,7 @@
 #include "agenda/Feriados.h"
 
 #include "agenda/DiasNoLaborables.h"
+#include "agenda/Textos.h"
 #include "base/Fechas.h"
 #include "db/Entorno.h"
 #include "db/Historial.h"
@@ -139,7 +140,7 @@ QVector<PropuestaFeriado> proponerFeriados(db::Connection &conexion, const QVect
 base::Resultado<int>
 agregarFeriados(db::Entorno &entorno, const QVector<int> &doctores, int anio, const std::set<QDate> &fechas)
 {
-    if (auto sinDerecho = db::controlarDerecho(entorno, derechoDiasLibres))
+    if (auto sinDerecho = db::controlarDerecho(entorno, derechoHorarios))
         return *sinDerecho;
     if (fechas.empty() || doctores.isEmpty())
         return sinFechasElegidas();

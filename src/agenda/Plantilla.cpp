@@ -4,6 +4,7 @@
 #include "base/Fechas.h"
 #include "db/Config.h"
 #include "db/Entorno.h"
+#include "db/ListaDoctores.h"
 #include "db/Recordset.h"
 
 namespace agenda {
@@ -178,8 +179,18 @@ guardarPlantilla(db::Connection &conexion, Plantilla plantilla, const QString &f
     return int(id);
 }
 
+base::Resultado<int>
+guardarPlantilla(db::Entorno &entorno, const Plantilla &plantilla, const QString &fechadesde, const QString &fechahasta)
+{
+    if (auto sinDerecho = db::controlarDerecho(entorno, derechoHorarios))
+        return *sinDerecho;
+    return guardarPlantilla(entorno.conexion(), plantilla, fechadesde, fechahasta);
+}
+
 base::Resultado<bool> eliminarPlantilla(db::Entorno &entorno, int id)
 {
+    if (auto sinDerecho = db::controlarDerecho(entorno, derechoHorarios))
+        return *sinDerecho;
     if (!entorno.mensajes().pregunta(
             base::titulo::confirmacion, QStringLiteral("¿Seguro que desea eliminar la plantilla seleccionada?"), false))
         return false;

@@ -76,7 +76,12 @@ struct PlantillaListada {
 [[nodiscard]] base::Resultado<int>
 guardarPlantilla(db::Connection &conexion, Plantilla plantilla, const QString &fechadesde, const QString &fechahasta);
 
-/// Asks and deletes; false when the person said no. Refused when it is no longer there.
+/// The same as the current user's doing: refused without the right to the agendas.
+[[nodiscard]] base::Resultado<int> guardarPlantilla(
+    db::Entorno &entorno, const Plantilla &plantilla, const QString &fechadesde, const QString &fechahasta);
+
+/// Asks and deletes; false when the person said no. Refused without the right to the agendas, and when it is no longer
+/// there.
 [[nodiscard]] base::Resultado<bool> eliminarPlantilla(db::Entorno &entorno, int id);
 
 } // namespace agenda

@@ -7,6 +7,9 @@ namespace agenda {
 /// `NroHC` of a row that marks a slot in which the professional does not attend: no patient, never counted.
 inline constexpr int nroBloqueado = -111;
 
+/// The right without which hours and days off are not changed.
+inline constexpr QStringView derechoHorarios = u"accesoagendas";
+
 inline const QString textoPacienteEliminado = QStringLiteral("PACIENTE ELIMINADO DEL SISTEMA");
 
 /// Another station deleted the row that was to be changed.

@@ -39,6 +39,13 @@ void Connection::createTable(const Table &table) { m_engine->createTable(table);
 
 void Connection::addColumn(const QString &table, const Column &column) { m_engine->addColumn(table, column); }
 
+Rows Connection::search(const QString &table, const Conditions &conditions, const QStringList &columns)
+{
+    return m_engine->search(table, conditions, columns);
+}
+
+void Connection::prepareSearch(const Table &table) { m_engine->prepareSearch(table); }
+
 QString Connection::singleTable(const QString &sql) { return m_engine->singleTable(sql); }
 
 bool Connection::moved() const { return m_engine->moved(); }

@@ -36,12 +36,18 @@ public:
     void createTable(const Table &table);
     void addColumn(const QString &table, const Column &column);
 
+    /// See Engine.
+    [[nodiscard]] Rows search(const QString &table, const Conditions &conditions, const QStringList &columns = {});
+    void prepareSearch(const Table &table);
+
     /// The table of a SELECT over one table, empty for any other.
     [[nodiscard]] QString singleTable(const QString &sql);
 
     /// True when the file behind it was removed or replaced since it was opened.
     [[nodiscard]] bool moved() const;
     [[nodiscard]] bool readOnly() const;
+    /// True while what is written may still be undone.
+    [[nodiscard]] bool inTransaction() const { return m_depth > 0; }
     [[nodiscard]] Engine &engine() { return *m_engine; }
 
 private:

@@ -125,14 +125,19 @@ QString Dialect::formatMoney(const QString &expression) const
 
 QString Dialect::contains(const QString &column, QStringView value) const
 {
-    QString pattern;
+    return column + QStringLiteral(" like ") + text(containsPattern(value));
+}
+
+QString Dialect::containsPattern(QStringView value)
+{
+    QString pattern(u'%');
     for (const QChar c : value) {
         if (c == u'%' || c == u'_' || c == u'[')
             pattern += u'[' + QString(c) + u']';
-        else
+        else if (c != QChar(u'\0')) // which text() leaves out
             pattern += c;
     }
-    return column + QStringLiteral(" like ") + text(u'%' + pattern + u'%');
+    return pattern + u'%';
 }
 
 } // namespace db

@@ -57,6 +57,8 @@ public:
 
     /// " like '%value%'" with the wildcards in `value` taken literally.
     [[nodiscard]] QString contains(const QString &column, QStringView value) const;
+    /// The pattern of contains().
+    [[nodiscard]] static QString containsPattern(QStringView value);
 
 private:
     Kind m_kind;

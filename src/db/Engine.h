@@ -1,5 +1,6 @@
 #pragma once
 
+#include "db/Condition.h"
 #include "db/Dialect.h"
 #include "db/ResultSet.h"
 #include "db/Schema.h"
@@ -52,6 +53,20 @@ public:
     [[nodiscard]] virtual QVector<Column> columns(const QString &table) = 0;
     virtual void createTable(const Table &table) = 0;
     virtual void addColumn(const QString &table, const Column &column) = 0;
+
+    /// The keys of the rows of a searched table (Table::search) that meet every condition, and as further columns the
+    /// values of those named, as text; in the order of its list and without reading the rows. Null when this engine
+    /// keeps no such list of it, or cannot vouch for it now: the plain statement then answers. Equal to what that one
+    /// would answer, whoever wrote the rows.
+    [[nodiscard]] virtual Rows search(const QString &table, const Conditions &conditions, const QStringList &columns)
+    {
+        Q_UNUSED(table)
+        Q_UNUSED(conditions)
+        Q_UNUSED(columns)
+        return {};
+    }
+    /// Brings up to date what search() reads, all in one transaction; nothing when little has changed since.
+    virtual void prepareSearch(const Table &table) { Q_UNUSED(table) }
 
     /// True when the file behind the connection is no longer the one that was opened (removed or replaced).
     [[nodiscard]] virtual bool moved() const { return false; }

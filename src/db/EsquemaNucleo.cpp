@@ -80,11 +80,36 @@ Table borradores()
         {indice("usuario")});
 }
 
+// One link per row of the log, see CadenaHistorial. The number is the key: no two stations hang theirs on the same
+// link.
+Table cadenaHistorial()
+{
+    Table table = tabla(
+        "Historial Cadena",
+        largos("orden") + enteros("clase") + fechas("fecha") + binarios("huella sello") + largos("cantidad")
+            + fechas("desde hasta") + binarios("suma") + fechas("pendiente") + binarios("sal"));
+    table.key = QStringList{"orden"};
+    return table;
+}
+
+// Who was ever active in which window, for the lists of the log's viewer.
+Table usosHistorial()
+{
+    return tabla("Historial Usos", largos("iddoctor") + textos(150, "ventana"), {indice("iddoctor")});
+}
+
 } // namespace
 
 Schema esquemaNucleo()
 {
-    return {{config(), listaDoctores(), lista("Lista Especialidades"), historial(), borradores()}};
+    return {
+        {config(),
+         listaDoctores(),
+         lista("Lista Especialidades"),
+         historial(),
+         cadenaHistorial(),
+         usosHistorial(),
+         borradores()}};
 }
 
 } // namespace db

@@ -72,4 +72,20 @@ base::Rechazo sinPermiso()
                        "definir sus permisos de accesos.")};
 }
 
+base::Control controlarConfiguracion(Entorno &entorno, int administrador)
+{
+    if (administrador == 0)
+        return controlarDerecho(entorno, u"accesoconfiguracion");
+    if (const base::Control rechazo = controlarDerecho(entorno))
+        return rechazo;
+    const Rows rows = entorno.conexion().query(
+        QStringLiteral("SELECT id FROM [Lista Doctores] WHERE id = ? and administrador <> 0"), {administrador});
+    if (rows->rowCount() > 0)
+        return std::nullopt;
+    return base::Rechazo{
+        base::titulo::atencion,
+        QStringLiteral("El usuario con cuya clave se ingresó a esta ventana ya no es Administrador del sistema. Cierre "
+                       "la ventana y vuelva a ingresar con la clave de un Administrador.")};
+}
+
 } // namespace db

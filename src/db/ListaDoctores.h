@@ -38,4 +38,8 @@ struct Doctor {
 /// The refusal for want of a right.
 [[nodiscard]] base::Rechazo sinPermiso();
 
+/// Whether the settings may be changed: by the administrator (`id`) whose password opened them, who must still be one,
+/// or, with none (0), by a current user with the right `accesoconfiguracion`. There must be a current user either way.
+[[nodiscard]] base::Control controlarConfiguracion(Entorno &entorno, int administrador);
+
 } // namespace db

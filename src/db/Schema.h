@@ -45,12 +45,21 @@ struct Index {
     bool ofList = false;
 };
 
+/// The columns of a table that is searched as one types. The embedded engine keeps them apart from the wide rows, in
+/// the order of the list (see Engine::search); the server has nothing of it.
+struct SearchList {
+    QString key; ///< column of whole numbers that tells the rows apart
+    QStringList order; ///< columns of text that put them in their order
+    QStringList others = {}; ///< further columns that conditions may name
+};
+
 struct Table {
     QString name;
     QVector<Column> columns;
     QVector<Index> indexes;
     QStringList key = {}; ///< primary key of a table without counter
     int counterStart = 0; ///< the counter stands here in a new table: the first row gets the number after it
+    std::optional<SearchList> search = {};
 
     /// Case-insensitive; null when there is no such column.
     [[nodiscard]] const Column *column(QStringView columnName) const;

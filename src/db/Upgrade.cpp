@@ -223,6 +223,19 @@ bool actualizarTablas(Motor &motor, const Schema &schema)
     return !steps.empty() && intentar(motor.connection(), juntar(steps));
 }
 
+void prepararBusquedas(Connection &connection, const Schema &schema)
+{
+    for (const Table &table : schema.tables) {
+        if (!table.search)
+            continue;
+        try {
+            connection.prepareSearch(table);
+        } catch (const Error &) {
+            // Searches are slower until the next start.
+        }
+    }
+}
+
 void avisar(base::Mensajes &mensajes)
 {
     mensajes.informar(
@@ -240,6 +253,7 @@ bool actualizarAccess(const QVector<Schema> &routines, const AbrirConexion &open
         const std::unique_ptr<Connection> connection = open();
         MotorAccess motor(*connection);
         added |= actualizarTablas(motor, schema);
+        prepararBusquedas(*connection, schema);
     }
     if (added)
         avisar(mensajes);

@@ -20,7 +20,7 @@ using AbrirConexion = std::function<std::unique_ptr<Connection>()>;
 /// its own connection from `open`; nobody else of this program may hold the file meanwhile. A step that fails is
 /// skipped and tried again at the next start; hours are never dropped before they are in the new table. When something
 /// was added it tells the person so at the end. Yields whether something was added; throws db::Error only when `open`
-/// does.
+/// does. Also prepares what searching as one types reads (Engine::prepareSearch), without a word.
 bool actualizarAccess(const QVector<Schema> &routines, const AbrirConexion &open, base::Mensajes &mensajes);
 
 /// The same for a server database, over the shared connection, with guarded statements. Throws db::Error when the

@@ -2,6 +2,7 @@
 
 #include "db/Config.h"
 #include "demo/Practica.h"
+#include "patients/Esquema.h"
 
 namespace demo {
 
@@ -58,7 +59,9 @@ void llenar(db::Connection &conexion, const Medida &medida, const Avance &avance
     tramo(avance, 0, 100)(94, QStringLiteral("Vacunas y controles"));
     crearControlesDeNinos(practica);
     guardarUltimasConsultas(practica);
+    crearHistorial(practica);
     practica.lote.cerrar();
+    conexion.prepareSearch(*patients::esquema().table(u"Pacientes"));
 
     db::Config config(conexion);
     const int ultimo = int(practica.pacientes.size());

@@ -17,6 +17,7 @@ struct Medida {
     int turnos = 3000; ///< rows of the agenda, blocked slots included
     int ordenes = 900;
     int consultas = 1500;
+    int acciones = 1500; ///< rows of the activity log, up to the day before `hoy`
     quint64 semilla = 1;
     QDate hoy; ///< the day around which appointments lie; must be valid
 };

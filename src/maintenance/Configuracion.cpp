@@ -50,13 +50,6 @@ QVariant comoSeGuarda(const Ajuste &ajuste, const QVariant &valor)
     }
 }
 
-/// The rows of the administrators, first the one that lists show first.
-db::Rows administradores(db::Connection &conexion)
-{
-    return conexion.query(QStringLiteral(
-        "SELECT id,claveusuario FROM [Lista Doctores] WHERE administrador <> 0 ORDER BY prioridad DESC"));
-}
-
 base::Control controlarNumeracion(db::Connection &conexion, const QVariantMap &cambios)
 {
     if (!cambios.contains(prefijo) && !cambios.contains(numero))
@@ -150,25 +143,9 @@ void guardarDelEquipo(db::Entorno &entorno, const QVariantMap &cambios)
 
 } // namespace
 
-base::Control controlarConfiguracion(db::Entorno &entorno, int administrador)
-{
-    if (administrador == 0)
-        return db::controlarDerecho(entorno, u"accesoconfiguracion");
-    if (const base::Control rechazo = db::controlarDerecho(entorno))
-        return rechazo;
-    const db::Rows filas = administradores(entorno.conexion());
-    for (int f = 0; f < filas->rowCount(); ++f)
-        if (filas->integer(f, 0) == administrador)
-            return std::nullopt;
-    return base::Rechazo{
-        base::titulo::atencion,
-        QStringLiteral("El usuario con cuya clave se ingresó a esta ventana ya no es Administrador del sistema. Cierre "
-                       "la ventana y vuelva a ingresar con la clave de un Administrador.")};
-}
-
 base::Control controlarApertura(db::Entorno &entorno, int administrador)
 {
-    if (const base::Control rechazo = controlarConfiguracion(entorno, administrador))
+    if (const base::Control rechazo = db::controlarConfiguracion(entorno, administrador))
         return rechazo;
     if (administrador == 0 && users::puerta::seOfrece(entorno.conexion()))
         return base::Rechazo{
@@ -198,7 +175,7 @@ QVariantMap leerConfiguracion(db::Entorno &entorno)
 
 base::Control guardarConfiguracion(db::Entorno &entorno, int administrador, const QVariantMap &cambios)
 {
-    if (const base::Control rechazo = controlarConfiguracion(entorno, administrador))
+    if (const base::Control rechazo = db::controlarConfiguracion(entorno, administrador))
         return rechazo;
     if (const base::Control rechazo = controlarValores(entorno, cambios))
         return rechazo;
@@ -241,7 +218,7 @@ ResumenHistorial resumenHistorial(db::Connection &conexion)
 
 base::Resultado<std::optional<int>> eliminarHistorialHasta(db::Entorno &entorno, int administrador, QDate hasta)
 {
-    if (const base::Control rechazo = controlarConfiguracion(entorno, administrador))
+    if (const base::Control rechazo = db::controlarConfiguracion(entorno, administrador))
         return *rechazo;
     if (!hasta.isValid())
         return aviso(

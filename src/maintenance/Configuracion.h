@@ -19,9 +19,6 @@ namespace maintenance {
 /// Whether the window may open for the administrator (`id` of `Lista Doctores`) whose password was typed, 0 for none.
 /// Once some administrator has a password nobody opens it without one; until then the right `accesoconfiguracion` does.
 [[nodiscard]] base::Control controlarApertura(db::Entorno &entorno, int administrador);
-/// Whether who opened it may still change something: there is a current user, and the administrator still is one, or
-/// the current user has the right. An administrator named meanwhile does not shut out who named him.
-[[nodiscard]] base::Control controlarConfiguracion(db::Entorno &entorno, int administrador);
 
 /// Every setting by the name of its column, as a form shows it: bool for yes and no, int for numbers and choices (null
 /// where there is none), QString for the rest.

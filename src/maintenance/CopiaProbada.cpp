@@ -22,7 +22,7 @@ using Tipo = DesenlaceRespaldo::Tipo;
 const QString terminacion = QStringLiteral(".parcial");
 
 // What is left for others: the disk, the second processor, and stations that want to write.
-constexpr int pausaEntrePasos = 1; // milliseconds
+constexpr int pasosSinPausa = 16;
 constexpr int pausaTrasEscritura = 150; // a save is several commits, one after the other
 constexpr int reiniciosMaximos = 12;
 constexpr qint64 esperaMaxima = 30'000;
@@ -175,7 +175,7 @@ private:
         db::OnlineCopy copia(m_pedido.origen, archivo);
         if (m_pasos.alEmpezar)
             m_pasos.alEmpezar(copia);
-        int reinicios = 0;
+        int reinicios = 0, pasos = 0;
         QElapsedTimer sinAvanzar;
         sinAvanzar.start();
         while (true) {
@@ -202,7 +202,8 @@ private:
             m_seguimiento.porciento = copia.percent();
             if (m_pasos.entrePasos)
                 m_pasos.entrePasos();
-            QThread::msleep(pausaEntrePasos);
+            if (++pasos % pasosSinPausa == 0)
+                QThread::msleep(1);
         }
     }
 

@@ -17,8 +17,8 @@ namespace {
 const QString realizando = QStringLiteral("Realizando backup automático...");
 const QString noSePudo = QStringLiteral("No se pudo hacer el backup automático: ");
 
-constexpr int minutosTrasFalla = 10;
-constexpr int minutosTrasOcupado = 5;
+constexpr qint64 minutosTrasFalla = 10;
+constexpr qint64 minutosTrasOcupado = 5;
 /// Rounds in a row in which the other stations left no moment: more than half an hour of it is a failure.
 constexpr int vecesOcupadoMaximas = 6;
 

@@ -11,57 +11,72 @@ namespace patients {
 
 namespace {
 
-const QString y = QStringLiteral(" And ");
+using Operador = db::Condition::Operator;
 
-bool identificaPorHistoria(db::Connection &conexion) { return db::Config(conexion).numero(u"nuidhc") != 0; }
+bool identificaPorHistoria(db::Connection &conexion) { return db::Config(conexion).bandera(u"nuidhc"); }
 
-QString contiene(const db::Dialect &dialecto, const char16_t *columna, const QString &valor)
+/// Gathers the conditions of a filter; a blank text makes none.
+class Armado
 {
-    const QString v = valor.trimmed();
-    return v.isEmpty() ? QString() : y + dialecto.contains(QString::fromUtf16(columna), v);
-}
+public:
+    explicit Armado(const db::Dialect &dialecto)
+        : m_dialecto(dialecto)
+    {
+    }
 
-QString igual(const char16_t *columna, int valor)
-{
-    return y + QString::fromUtf16(columna) + QStringLiteral(" = ") + QString::number(valor);
-}
+    void texto(const char *columna, const QString &valor)
+    {
+        if (const QString v = valor.trimmed(); !v.isEmpty())
+            agregar(db::Condition::contains(m_dialecto, QLatin1String(columna), v));
+    }
+    void numero(const char *columna, qint64 valor, Operador operador = Operador::Equal)
+    {
+        agregar(db::Condition::number(QLatin1String(columna), operador, valor));
+    }
+    void documento(const QString &valor)
+    {
+        texto("dni", valor);
+        // Copied from a card, with its points: most are stored without.
+        const QString cifras = valor.trimmed().remove(u'.');
+        if (cifras.isEmpty() || cifras == valor.trimmed())
+            return;
+        const auto conPuntos = condiciones.back();
+        condiciones.back()
+            = db::Condition::either(conPuntos, db::Condition::contains(m_dialecto, conPuntos.column, cifras));
+    }
+    void agregar(const db::Condition &condicion) { condiciones.push_back(condicion); }
 
-QString porIdentificacion(db::Connection &conexion, const QString &valor)
+    db::Conditions condiciones;
+
+private:
+    const db::Dialect &m_dialecto;
+};
+
+void porIdentificacion(db::Connection &conexion, const QString &valor, Armado &armado)
 {
-    const QString v = valor.trimmed();
-    if (v.isEmpty())
-        return {};
     if (identificaPorHistoria(conexion))
-        return contiene(conexion.dialect(), u"numehistoria", v);
-    // What is no number is nobody's number.
-    bool esNumero = false;
-    const int nrohc = v.toInt(&esNumero);
-    return igual(u"NroHC", esNumero ? nrohc : 0);
+        return armado.texto("numehistoria", valor);
+    if (const QString v = valor.trimmed(); !v.isEmpty()) {
+        // What is no number is nobody's number.
+        bool esNumero = false;
+        const int nrohc = v.toInt(&esNumero);
+        armado.numero("NroHC", esNumero ? nrohc : 0);
+    }
 }
 
-QString porCobertura(const FiltroPacientes &filtro)
+void porCobertura(const FiltroPacientes &filtro, Armado &armado)
 {
     using Cobertura = FiltroPacientes::Cobertura;
     switch (filtro.cobertura) {
-    case Cobertura::Todas: return {};
+    case Cobertura::Todas: return;
     case Cobertura::Con:
-        return igual(u"cobertura", 1)
-            + (filtro.idcobertura != 0 ? igual(u"idcobertura", filtro.idcobertura) : QString());
-    case Cobertura::Sin: return igual(u"cobertura", 2);
-    case Cobertura::NoSabe: return igual(u"cobertura", 0);
+        armado.numero("cobertura", 1);
+        if (filtro.idcobertura != 0)
+            armado.numero("idcobertura", filtro.idcobertura);
+        return;
+    case Cobertura::Sin: return armado.numero("cobertura", 2);
+    case Cobertura::NoSabe: return armado.numero("cobertura", 0);
     }
-    return {};
-}
-
-QString porEdad(const db::Dialect &dialecto, QDate hoy, const FiltroPacientes &filtro)
-{
-    const QString edad = y + dialecto.yearDiff(QStringLiteral("FeNac"), dialecto.date(hoy));
-    QString sql;
-    if (filtro.edadDesde)
-        sql += edad + QStringLiteral(" >= ") + QString::number(*filtro.edadDesde);
-    if (filtro.edadHasta)
-        sql += edad + QStringLiteral(" <= ") + QString::number(*filtro.edadHasta);
-    return sql;
 }
 
 // The part of an account that counts: this year's only, where the practice says so.
@@ -73,49 +88,62 @@ QString desdeCuando(db::Entorno &entorno)
     return QStringLiteral(" and fecha >= ") + conexion.dialect().dayStart(QDate(entorno.clock().today().year(), 1, 1));
 }
 
-base::Resultado<db::Rows> listar(db::Entorno &entorno, const FiltroPacientes &filtro, const QString &saldo)
+QString columnaIdentificacion(db::Connection &conexion)
 {
-    const auto condiciones = clausulas(entorno, filtro);
-    if (!condiciones)
-        return condiciones.rechazo();
-    db::Connection &conexion = entorno.conexion();
+    return identificaPorHistoria(conexion) ? QStringLiteral("numehistoria") : QStringLiteral("NroHC");
+}
+
+QString seleccion(db::Connection &conexion)
+{
     const QString nombre = conexion.dialect().concat(
         {QStringLiteral("Apellido"),
          QStringLiteral("' '"),
          QStringLiteral("apellido2"),
          QStringLiteral("', '"),
          QStringLiteral("Nombres")});
-    return conexion.query(
-        QStringLiteral("SELECT NroHC,%1 AS identificacion,%2 AS paciente,DNI,NroOS,%3 AS saldo"
-                       " FROM [Pacientes] WHERE NroHC <> 0")
-            .arg(
-                identificaPorHistoria(conexion) ? QStringLiteral("numehistoria") : QStringLiteral("NroHC"),
-                nombre,
-                saldo)
-        + *condiciones + QStringLiteral(" ORDER BY Apellido,apellido2,Nombres"));
+    return QStringLiteral("SELECT NroHC,%1 AS identificacion,%2 AS paciente,DNI,NroOS,'' AS saldo FROM [Pacientes]"
+                          " WHERE ")
+        .arg(columnaIdentificacion(conexion), nombre);
+}
+
+// Always the same number of parameters: one prepared statement serves every page.
+QString unoDe(const QString &columna)
+{
+    return columna + QStringLiteral(" IN (?") + QStringLiteral(",?").repeated(Saldos::pagina - 1) + u')';
+}
+
+db::Params parametros(const std::vector<qint64> &pacientes, size_t inicio)
+{
+    db::Params valores;
+    for (size_t i = inicio; i < inicio + Saldos::pagina; ++i)
+        valores << pacientes[std::min(i, pacientes.size() - 1)];
+    return valores;
 }
 
 } // namespace
 
-base::Resultado<QString> clausulas(db::Entorno &entorno, const FiltroPacientes &filtro)
+base::Resultado<db::Conditions> condiciones(db::Entorno &entorno, const FiltroPacientes &filtro)
 {
     db::Connection &conexion = entorno.conexion();
     const db::Dialect &dialecto = conexion.dialect();
-    if (filtro.reducido)
-        return contiene(dialecto, u"Apellido", filtro.apellido) + contiene(dialecto, u"nombres", filtro.nombres);
-
-    QString sql;
-    if (filtro.actividad == FiltroPacientes::Actividad::Activos)
-        sql += QStringLiteral(" And pacienteinactivo = 0");
-    else if (filtro.actividad == FiltroPacientes::Actividad::Inactivos)
-        sql += QStringLiteral(" And pacienteinactivo <> 0");
-    sql += porIdentificacion(conexion, filtro.numehistoria);
-    sql += contiene(dialecto, u"apellido", filtro.apellido);
-    sql += contiene(dialecto, u"apellido2", filtro.apellido2);
-    sql += contiene(dialecto, u"nombres", filtro.nombres);
-    sql += contiene(dialecto, u"dni", filtro.dni);
-    sql += contiene(dialecto, u"Tel", filtro.telefono);
-    sql += contiene(dialecto, u"NroOs", filtro.nroos);
+    Armado armado(dialecto);
+    if (filtro.reducido) {
+        armado.texto("Apellido", filtro.apellido);
+        armado.texto("nombres", filtro.nombres);
+        return armado.condiciones;
+    }
+    if (filtro.actividad != FiltroPacientes::Actividad::Todos)
+        armado.numero(
+            "pacienteinactivo",
+            0,
+            filtro.actividad == FiltroPacientes::Actividad::Activos ? Operador::Equal : Operador::Different);
+    porIdentificacion(conexion, filtro.numehistoria, armado);
+    armado.texto("apellido", filtro.apellido);
+    armado.texto("apellido2", filtro.apellido2);
+    armado.texto("nombres", filtro.nombres);
+    armado.documento(filtro.dni);
+    armado.texto("Tel", filtro.telefono);
+    armado.texto("NroOs", filtro.nroos);
     if (!filtro.fecnac.trimmed().isEmpty()) {
         const auto nacimiento = base::leerFecha(filtro.fecnac);
         if (!nacimiento)
@@ -123,38 +151,64 @@ base::Resultado<QString> clausulas(db::Entorno &entorno, const FiltroPacientes &
                 QStringLiteral("Error..."),
                 QStringLiteral("La fecha de nacimiento ingresada es incorrecta, debe ser del tipo ' dd/mm/aaaa'."),
                 QStringLiteral("fecnac")};
-        sql += QStringLiteral(" And FeNac = ") + dialecto.date(*nacimiento);
+        armado.agregar(db::Condition::date(dialecto, QStringLiteral("FeNac"), *nacimiento));
     }
     if (filtro.sexo)
-        sql += igual(u"sexo", *filtro.sexo);
-    sql += porCobertura(filtro);
+        armado.numero("sexo", *filtro.sexo);
+    porCobertura(filtro, armado);
     if (filtro.idciudad != 0)
-        sql += igual(u"idciudad", filtro.idciudad);
+        armado.numero("idciudad", filtro.idciudad);
     if (filtro.idprovincia != 0)
-        sql += igual(u"idprovincia", filtro.idprovincia);
-    return sql + porEdad(dialecto, entorno.clock().today(), filtro);
+        armado.numero("idprovincia", filtro.idprovincia);
+    const auto edad = [&](std::optional<int> anios, Operador operador) {
+        if (anios)
+            armado.agregar(
+                db::Condition::years(dialecto, QStringLiteral("FeNac"), entorno.clock().today(), operador, *anios));
+    };
+    edad(filtro.edadDesde, Operador::AtLeast);
+    edad(filtro.edadHasta, Operador::AtMost);
+    return armado.condiciones;
 }
 
 base::Resultado<db::Rows> buscarPacientes(db::Entorno &entorno, const FiltroPacientes &filtro)
 {
-    return listar(entorno, filtro, QStringLiteral("''"));
+    const auto deFiltro = condiciones(entorno, filtro);
+    if (!deFiltro)
+        return deFiltro.rechazo();
+    db::Connection &conexion = entorno.conexion();
+    return conexion.query(
+        seleccion(conexion) + QStringLiteral("NroHC <> 0") + db::clauses(*deFiltro)
+        + QStringLiteral(" ORDER BY Apellido,apellido2,Nombres"));
 }
 
-base::Resultado<db::Rows> buscarPacientesConSaldo(db::Entorno &entorno, const FiltroPacientes &filtro)
+base::Resultado<db::Rows> buscarNumeros(db::Entorno &entorno, const FiltroPacientes &filtro, ColumnaPaciente columna)
 {
-    // By patient, not one sum for everybody joined: that one costs the same for ten rows as for the whole register.
-    const db::Dialect &dialecto = entorno.conexion().dialect();
-    const auto suma = [&](const char16_t *columna, const char16_t *tabla, const QString &condicion) {
-        return dialecto.ifNull(
-            QStringLiteral("(SELECT SUM(%1) FROM [%2] WHERE NroPaci = [Pacientes].NroHC%3)")
-                .arg(QStringView(columna), QStringView(tabla), condicion + desdeCuando(entorno)),
-            QStringLiteral("0"));
-    };
-    return listar(
-        entorno,
-        filtro,
-        suma(u"costo", u"Pacientes Ordenes", {}) + u'-'
-            + suma(u"importe", u"Pacientes Pagos", QStringLiteral(" and quien = 'P'")));
+    const auto deFiltro = condiciones(entorno, filtro);
+    if (!deFiltro)
+        return deFiltro.rechazo();
+    db::Connection &conexion = entorno.conexion();
+    QStringList tambien;
+    switch (columna) {
+    case ColIdentificacion: tambien << columnaIdentificacion(conexion); break;
+    case ColDni: tambien << QStringLiteral("DNI"); break;
+    case ColNroOs: tambien << QStringLiteral("NroOS"); break;
+    default: break;
+    }
+    db::Conditions todas{db::Condition::number(QStringLiteral("NroHC"), Operador::Different, 0)};
+    todas.insert(todas.end(), deFiltro->begin(), deFiltro->end());
+    return conexion.search(QStringLiteral("Pacientes"), todas, tambien);
+}
+
+db::Rows leerTodosLosPacientes(db::Entorno &entorno)
+{
+    return entorno.conexion().query(seleccion(entorno.conexion()) + QStringLiteral("NroHC <> 0"));
+}
+
+db::Rows leerPacientes(db::Entorno &entorno, const std::vector<qint64> &pacientes)
+{
+    Q_ASSERT(!pacientes.empty() && pacientes.size() <= size_t(Saldos::pagina));
+    return entorno.conexion().query(
+        seleccion(entorno.conexion()) + unoDe(QStringLiteral("NroHC")), parametros(pacientes, 0));
 }
 
 std::optional<QString> nombrePaciente(db::Connection &conexion, qint64 nrohc)
@@ -169,37 +223,52 @@ std::optional<QString> nombrePaciente(db::Connection &conexion, qint64 nrohc)
 
 Saldos::Saldos(db::Entorno &entorno)
     : m_conexion(entorno.conexion())
+    , m_desde(desdeCuando(entorno))
 {
-    const QString desde = desdeCuando(entorno);
-    // Always the same number of parameters: one prepared statement serves every page.
-    const QString quienes
-        = QStringLiteral(" and NroPaci IN (?") + QStringLiteral(",?").repeated(pagina - 1) + QStringLiteral(")");
-    m_ordenes = QStringLiteral("SELECT NroPaci,SUM(costo) AS total FROM [Pacientes Ordenes] WHERE NroPaci <> 0")
-        + quienes + desde + QStringLiteral(" GROUP BY NroPaci");
-    m_pagos = QStringLiteral("SELECT NroPaci,SUM(importe) AS total FROM [Pacientes Pagos] WHERE quien = 'P'") + quienes
-        + desde + QStringLiteral(" GROUP BY NroPaci");
 }
 
 std::vector<double> Saldos::calcular(const std::vector<qint64> &pacientes)
 {
+    constexpr size_t muchos = 1000; // from here on reading both tables from end to end is cheaper
     std::vector<double> valores;
     valores.reserve(pacientes.size());
-    for (size_t inicio = 0; inicio < pacientes.size(); inicio += pagina) {
-        const size_t fin = std::min(pacientes.size(), inicio + pagina);
-        db::Params parametros;
-        for (size_t i = inicio; i < inicio + pagina; ++i)
-            parametros << pacientes[std::min(i, fin - 1)];
-        QHash<qint64, double> saldos;
-        const auto ordenes = m_conexion.query(m_ordenes, parametros);
-        for (int i = 0; i < ordenes->rowCount(); ++i)
-            saldos[ordenes->integer(i, 0)] += ordenes->real(i, 1);
-        const auto pagos = m_conexion.query(m_pagos, parametros);
-        for (int i = 0; i < pagos->rowCount(); ++i)
-            saldos[pagos->integer(i, 0)] -= pagos->real(i, 1);
-        for (size_t i = inicio; i < fin; ++i)
+    const size_t porVez = pacientes.size() > muchos ? pacientes.size() : pagina;
+    for (size_t inicio = 0; inicio < pacientes.size(); inicio += porVez) {
+        const PorPaciente saldos = porVez == pagina ? deEllos(pacientes, inicio) : deTodos();
+        for (size_t i = inicio; i < std::min(pacientes.size(), inicio + porVez); ++i)
             valores.push_back(saldos.value(pacientes[i]));
     }
     return valores;
+}
+
+Saldos::PorPaciente Saldos::deEllos(const std::vector<qint64> &pacientes, size_t inicio)
+{
+    return sumar(
+        QStringLiteral("NroPaci"),
+        QStringLiteral(" and ") + unoDe(QStringLiteral("NroPaci")),
+        parametros(pacientes, inicio));
+}
+
+Saldos::PorPaciente Saldos::deTodos()
+{
+    // Grouped by an expression, the embedded engine does not walk along an index from one distant row to the next.
+    return sumar(QStringLiteral("NroPaci + 0"), {}, {});
+}
+
+Saldos::PorPaciente Saldos::sumar(const QString &grupo, const QString &condicion, const db::Params &parametros)
+{
+    PorPaciente saldos;
+    const auto agregar = [&](const char16_t *columna, const char16_t *tabla, const char16_t *cuales, int signo) {
+        const auto filas = m_conexion.query(
+            QStringLiteral("SELECT %1 AS paciente,SUM(%2) AS total FROM [%3] WHERE %4%5%6 GROUP BY %1")
+                .arg(grupo, QStringView(columna), QStringView(tabla), QStringView(cuales), condicion, m_desde),
+            parametros);
+        for (int i = 0; i < filas->rowCount(); ++i)
+            saldos[filas->integer(i, 0)] += signo * filas->real(i, 1);
+    };
+    agregar(u"costo", u"Pacientes Ordenes", u"NroPaci <> 0", 1);
+    agregar(u"importe", u"Pacientes Pagos", u"quien = 'P'", -1);
+    return saldos;
 }
 
 } // namespace patients

@@ -4,6 +4,7 @@
 #include "db/Connection.h"
 
 #include <QDate>
+#include <QHash>
 
 #include <optional>
 
@@ -45,16 +46,20 @@ struct FiltroPacientes {
 /// Columns of a list of patients.
 enum ColumnaPaciente { ColNroHC, ColIdentificacion, ColNombre, ColDni, ColNroOs, ColSaldo };
 
-/// The conditions of a filter, each beginning with " And ", in the dialect of the connection. Refused when `fecnac` is
-/// no date.
-[[nodiscard]] base::Resultado<QString> clausulas(db::Entorno &entorno, const FiltroPacientes &filtro);
+/// The conditions of a filter, in the dialect of the connection. Refused when `fecnac` is no date.
+[[nodiscard]] base::Resultado<db::Conditions> condiciones(db::Entorno &entorno, const FiltroPacientes &filtro);
 
 /// The patients of a filter by surnames and names, with the columns of ColumnaPaciente. The last one is empty: balances
 /// are worth their cost only for the rows that are looked at, see Saldos.
 [[nodiscard]] base::Resultado<db::Rows> buscarPacientes(db::Entorno &entorno, const FiltroPacientes &filtro);
-
-/// The same with the balance of each as a number: for ordering by it, at the price of computing them all.
-[[nodiscard]] base::Resultado<db::Rows> buscarPacientesConSaldo(db::Entorno &entorno, const FiltroPacientes &filtro);
+/// The same with `NroHC` alone and, where another one is named, that column; null where the engine keeps no list of the
+/// register ready.
+[[nodiscard]] base::Resultado<db::Rows>
+buscarNumeros(db::Entorno &entorno, const FiltroPacientes &filtro, ColumnaPaciente columna = ColNroHC);
+/// The columns of ColumnaPaciente of everybody, in no order.
+[[nodiscard]] db::Rows leerTodosLosPacientes(db::Entorno &entorno);
+/// The columns of ColumnaPaciente, without balance, of up to Saldos::pagina patients, in no order.
+[[nodiscard]] db::Rows leerPacientes(db::Entorno &entorno, const std::vector<qint64> &pacientes);
 
 /// "Apellido, Nombres" of a patient; empty when there is none of that number (any more).
 [[nodiscard]] std::optional<QString> nombrePaciente(db::Connection &conexion, qint64 nrohc);
@@ -67,13 +72,18 @@ public:
 
     /// Patients computed by one call at the same price as one.
     static constexpr int pagina = 64;
-    /// One balance per patient, in the order given; any number of patients.
+    /// One balance per patient, in the order given; any number of patients. Of very many, it is everybody's that is
+    /// computed.
     [[nodiscard]] std::vector<double> calcular(const std::vector<qint64> &pacientes);
 
 private:
+    using PorPaciente = QHash<qint64, double>;
+    [[nodiscard]] PorPaciente deEllos(const std::vector<qint64> &pacientes, size_t inicio);
+    [[nodiscard]] PorPaciente deTodos();
+    [[nodiscard]] PorPaciente sumar(const QString &grupo, const QString &condicion, const db::Params &parametros);
+
     db::Connection &m_conexion;
-    QString m_ordenes;
-    QString m_pagos;
+    QString m_desde;
 };
 
 } // namespace patients

@@ -10,7 +10,7 @@ namespace {
 
 db::Table pacientes()
 {
-    return tabla(
+    db::Table pacientes = tabla(
         "Pacientes",
         contador() + largos("NroHC") + textos(20, "numehistoria") + textos(100, "Apellido apellido2 Nombres")
             + fechas("FeNac") + enteros("sexo") + textos(20, "DNI") + largos("idtipodoc idocupacion")
@@ -36,6 +36,14 @@ db::Table pacientes()
          indice("DNI"),
          indice("numehistoria"),
          listado("Apellido apellido2 Nombres NroHC DNI NroOS numehistoria pacienteinactivo")});
+    // What the chooser filters by.
+    pacientes.search = db::SearchList{
+        QStringLiteral("NroHC"),
+        {QStringLiteral("Apellido"), QStringLiteral("apellido2"), QStringLiteral("Nombres")},
+        QStringLiteral(
+            "numehistoria DNI Tel NroOS FeNac sexo pacienteinactivo cobertura idcobertura idciudad idprovincia")
+            .split(u' ')};
+    return pacientes;
 }
 
 } // namespace

@@ -10,7 +10,7 @@ struct Contenido {
     QString titulo;
     QString subtitulo = {};
     std::optional<DatosPaciente> paciente = {}; ///< gives the patient header
-    QString html = {}; ///< the body, or what stands above the picture and the list
+    QString html = {}; ///< the body, or what stands above the picture and the list; see Texto
     QImage imagen = {};
     std::optional<Tabla> tabla = {};
     Hoja hoja = {};

@@ -12,7 +12,8 @@
 
 namespace printing {
 
-/// Formatted text: HTML, or what an older database holds (see texto::Formato).
+/// Formatted text. What is stored in the database is first made HTML with texto::comoHtml(); words of persons in HTML
+/// put together by hand go through QString::toHtmlEscaped().
 struct Texto {
     QString html;
 };

@@ -63,14 +63,9 @@ PlantillasEncabezado leerPlantillas(db::Connection &conexion)
         config.bandera(u"encabezadoimagen"), config.texto(u"encabezadogeneral"), config.texto(u"encabezadopaciente")};
 }
 
-base::Control controlarEncabezados(db::Entorno &entorno, Permiso permiso)
+base::Control guardarPlantillas(db::Entorno &entorno, const PlantillasEncabezado &plantillas, int administrador)
 {
-    return permiso == Permiso::Administrador ? std::nullopt : db::controlarDerecho(entorno, u"accesoconfiguracion");
-}
-
-base::Control guardarPlantillas(db::Entorno &entorno, const PlantillasEncabezado &plantillas, Permiso permiso)
-{
-    if (auto rechazo = controlarEncabezados(entorno, permiso))
+    if (auto rechazo = db::controlarConfiguracion(entorno, administrador))
         return rechazo;
     db::Transaction transaccion(entorno.conexion());
     db::Config config(entorno.conexion());

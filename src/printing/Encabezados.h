@@ -44,16 +44,10 @@ struct PlantillasEncabezado {
 };
 [[nodiscard]] PlantillasEncabezado leerPlantillas(db::Connection &conexion);
 
-/// Who may change the headers.
-enum class Permiso {
-    DelUsuario, ///< the current user must have the right `accesoconfiguracion`
-    Administrador ///< an administrator's password opened the configuration: whoever works here now needs no right
-};
-[[nodiscard]] base::Control controlarEncabezados(db::Entorno &entorno, Permiso permiso);
 /// Writes `encabezadoimagen`, `encabezadogeneral` and `encabezadopaciente` and the entry of the activity log, all or
-/// nothing.
+/// nothing. `administrador`: see db::controlarConfiguracion().
 [[nodiscard]] base::Control
-guardarPlantillas(db::Entorno &entorno, const PlantillasEncabezado &plantillas, Permiso permiso);
+guardarPlantillas(db::Entorno &entorno, const PlantillasEncabezado &plantillas, int administrador = 0);
 
 /// The general header filled for the active professional, as HTML: with no professional its placeholders are empty.
 /// Empty for an empty template.

@@ -1,6 +1,7 @@
 #include "printing/ImagenEncabezado.h"
 
 #include "db/Entorno.h"
+#include "db/ListaDoctores.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -51,9 +52,9 @@ QImage imagenDe(const QByteArray &bytes)
 
 QByteArray leerImagen(const db::Entorno &entorno) { return leer(archivoImagen(entorno)).value_or(QByteArray()); }
 
-base::Control ponerImagen(db::Entorno &entorno, const QString &archivo, Permiso permiso)
+base::Control ponerImagen(db::Entorno &entorno, const QString &archivo, int administrador)
 {
-    if (auto sinDerecho = controlarEncabezados(entorno, permiso))
+    if (auto sinDerecho = db::controlarConfiguracion(entorno, administrador))
         return sinDerecho;
     const auto bytes = leer(archivo);
     if (!bytes)
@@ -71,9 +72,9 @@ base::Control ponerImagen(db::Entorno &entorno, const QString &archivo, Permiso 
     return std::nullopt;
 }
 
-base::Resultado<bool> quitarImagen(db::Entorno &entorno, Permiso permiso)
+base::Resultado<bool> quitarImagen(db::Entorno &entorno, int administrador)
 {
-    if (auto sinDerecho = controlarEncabezados(entorno, permiso))
+    if (auto sinDerecho = db::controlarConfiguracion(entorno, administrador))
         return *sinDerecho;
     if (!entorno.mensajes().pregunta(
             base::titulo::atencion,

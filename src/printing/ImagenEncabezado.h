@@ -16,8 +16,8 @@ namespace printing {
 
 /// Copies a file there in the place of the former one, whole or not at all. Refused when it is no picture, larger than
 /// 4 MB or 8000 pixels a side, or cannot be copied; the former one then stays.
-[[nodiscard]] base::Control ponerImagen(db::Entorno &entorno, const QString &archivo, Permiso permiso);
+[[nodiscard]] base::Control ponerImagen(db::Entorno &entorno, const QString &archivo, int administrador = 0);
 /// Deletes it, after asking; false: the person said no. No file to delete is no failure.
-[[nodiscard]] base::Resultado<bool> quitarImagen(db::Entorno &entorno, Permiso permiso);
+[[nodiscard]] base::Resultado<bool> quitarImagen(db::Entorno &entorno, int administrador = 0);
 
 } // namespace printing

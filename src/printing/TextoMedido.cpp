@@ -59,7 +59,7 @@ void domar(QTextDocument &documento, double ancho, double alto)
 
 } // namespace
 
-TextoMedido::TextoMedido(const QString &guardado, double ancho, double altoMayor, double puntos)
+TextoMedido::TextoMedido(const QString &html, double ancho, double altoMayor, double puntos)
 {
     m_documento.setUndoRedoEnabled(false);
     m_documento.setDocumentMargin(0);
@@ -69,7 +69,7 @@ TextoMedido::TextoMedido(const QString &guardado, double ancho, double altoMayor
     QTextOption opcion;
     opcion.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     m_documento.setDefaultTextOption(opcion);
-    texto::cargar(m_documento, guardado);
+    m_documento.setHtml(html);
     domar(m_documento, ancho, altoMayor * 0.95);
     m_documento.setTextWidth(ancho);
     if (const double salido = m_documento.size().width(); salido > ancho + 1)

@@ -6,11 +6,11 @@ class QPainter;
 
 namespace printing {
 
-/// A formatted text laid out to a width, in layout units, in black on white whatever the screen's colours are.
+/// HTML laid out to a width, in layout units, in black on white whatever the screen's colours are.
 class TextoMedido
 {
 public:
-    TextoMedido(const QString &guardado, double ancho, double altoMayor, double puntos = 10);
+    TextoMedido(const QString &html, double ancho, double altoMayor, double puntos = 10);
 
     [[nodiscard]] const QTextDocument &documento() const { return m_documento; }
     /// Everything is drawn this much smaller, so that what cannot be wrapped is not cut off at the right.

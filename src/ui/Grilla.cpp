@@ -1,5 +1,6 @@
 #include "ui/Grilla.h"
 
+#include "base/Csv.h"
 #include "ui/Preferencias.h"
 #include "ui/Ventana.h"
 
@@ -9,6 +10,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QRegularExpression>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -32,13 +34,6 @@ QString enUnaLinea(QString texto)
         if (c == u'\t' || c == u'\n' || c == u'\r')
             c = u' ';
     return texto;
-}
-
-QString campoCsv(QString texto)
-{
-    const bool comillas = std::any_of(
-        texto.cbegin(), texto.cend(), [](QChar c) { return c == u';' || c == u'"' || c == u'\n' || c == u'\r'; });
-    return comillas ? u'"' + texto.replace(u'"', QStringLiteral("\"\"")) + u'"' : texto;
 }
 
 } // namespace
@@ -232,53 +227,81 @@ void Grilla::currentChanged(const QModelIndex &current, const QModelIndex &previ
         emit filaCambiada(current.row());
 }
 
-QString Grilla::comoTexto(bool soloElegidas) const
+void Grilla::recorrerTexto(bool soloElegidas, const Linea &linea) const
 {
-    QStringList lineas;
-    const auto linea = [this, &lineas](auto celda) {
+    const auto unir = [this, &linea](auto celda) {
         QStringList celdas;
         for (int columna = 0; columna < m_modelo->columnCount(); ++columna)
             if (!isColumnHidden(columna))
                 celdas << enUnaLinea(celda(columna));
-        lineas << celdas.join(u'\t');
+        return linea(celdas.join(u'\t'));
     };
-    const auto fila = [&](int row) { linea([&](int columna) { return m_modelo->textoCelda(row, columna); }); };
+    const auto fila = [&](int row) { return unir([&](int columna) { return m_modelo->textoCelda(row, columna); }); };
     if (soloElegidas) {
+        // The rows may become fewer while `linea` lets events happen.
         for (const int row : filasElegidas())
-            fila(row);
-    } else {
-        linea([this](int columna) { return m_modelo->columnas()[size_t(columna)].titulo; });
-        for (int row = 0, n = m_modelo->rowCount(); row < n; ++row)
-            fila(row);
+            if (row >= m_modelo->rowCount() || !fila(row))
+                return;
+        return;
     }
+    const ModeloGrilla::Recorrido recorrido(*m_modelo);
+    if (!unir([this](int columna) { return m_modelo->columnas()[size_t(columna)].titulo; }))
+        return;
+    for (int row = 0; row < m_modelo->rowCount(); ++row)
+        if (!fila(row))
+            return;
+}
+
+QString Grilla::comoTexto(bool soloElegidas) const
+{
+    QStringList lineas;
+    recorrerTexto(soloElegidas, [&lineas](const QString &linea) {
+        lineas << linea;
+        return true;
+    });
     return lineas.join(u'\n');
+}
+
+void Grilla::recorrerCsv(const Linea &linea) const
+{
+    const auto unir = [this, &linea](auto celda) {
+        QStringList campos;
+        for (int columna = 0; columna < m_modelo->columnCount(); ++columna)
+            if (!isColumnHidden(columna))
+                campos << base::campoCsv(celda(columna));
+        return linea(campos.join(u';'));
+    };
+    const ModeloGrilla::Recorrido recorrido(*m_modelo);
+    if (!unir([this](int columna) { return m_modelo->columnas()[size_t(columna)].titulo; }))
+        return;
+    for (int row = 0; row < m_modelo->rowCount(); ++row)
+        if (!unir([&](int columna) { return m_modelo->textoCelda(row, columna); }))
+            return;
 }
 
 QString Grilla::comoCsv() const
 {
     QString csv;
-    const auto linea = [this, &csv](auto celda) {
-        bool primera = true;
-        for (int columna = 0; columna < m_modelo->columnCount(); ++columna) {
-            if (isColumnHidden(columna))
-                continue;
-            if (!std::exchange(primera, false))
-                csv += u';';
-            csv += campoCsv(celda(columna));
-        }
-        csv += QStringLiteral("\r\n");
-    };
-    linea([this](int columna) { return m_modelo->columnas()[size_t(columna)].titulo; });
-    for (int row = 0, n = m_modelo->rowCount(); row < n; ++row)
-        linea([&](int columna) { return m_modelo->textoCelda(row, columna); });
+    recorrerCsv([&csv](const QString &linea) {
+        csv += linea + QStringLiteral("\r\n");
+        return true;
+    });
     return csv;
+}
+
+void Grilla::copiar(bool soloElegidas)
+{
+    if (Ventana *ventana = ventanaDe(this))
+        ventana->copiar(*this, soloElegidas);
+    else
+        QApplication::clipboard()->setText(comoTexto(soloElegidas));
 }
 
 void Grilla::keyPressEvent(QKeyEvent *event)
 {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (event->matches(QKeySequence::Copy)) {
-        QApplication::clipboard()->setText(comoTexto(true));
+        copiar(true);
         event->accept();
     } else if (enter && filaActual() >= 0) {
         event->accept();
@@ -293,8 +316,8 @@ void Grilla::keyPressEvent(QKeyEvent *event)
 void Grilla::contextMenuEvent(QContextMenuEvent *event)
 {
     QMenu menu;
-    QAction *copiar = menu.addAction(tr("Copiar"));
-    copiar->setEnabled(selectionModel()->hasSelection());
+    QAction *soloElegidas = menu.addAction(tr("Copiar"));
+    soloElegidas->setEnabled(selectionModel()->hasSelection());
     QAction *todo = menu.addAction(tr("Copiar toda la lista"));
     Ventana *ventana = ventanaDe(this);
     QAction *exportar = ventana ? menu.addAction(tr("Exportar la lista...")) : nullptr;
@@ -306,8 +329,8 @@ void Grilla::contextMenuEvent(QContextMenuEvent *event)
         ventana->exportar(*this);
     else if (elegida == imprimir)
         ventana->imprimirLista(*this);
-    else if (elegida == copiar || elegida == todo)
-        QApplication::clipboard()->setText(comoTexto(elegida == copiar));
+    else if (elegida == soloElegidas || elegida == todo)
+        copiar(elegida == soloElegidas);
 }
 
 } // namespace ui

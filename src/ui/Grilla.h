@@ -4,6 +4,8 @@
 
 #include <QTableView>
 
+#include <functional>
+
 namespace ui {
 
 /// The grid of every list: keeps the selected key across a reload, copies its selection (Ctrl+C) as tab-separated text,
@@ -33,9 +35,15 @@ public:
     void mostrar(db::Rows rows, int primera = 0);
     void mostrar(std::vector<QStringList> filas, std::vector<qint64> claves);
 
+    /// Takes one line after the other, without its line break; false stops.
+    using Linea = std::function<bool(const QString &linea)>;
     /// The selected rows, or all rows under their titles, tab-separated; tabs and line breaks within a cell are blanks.
+    /// Hidden columns are left out. Throws as ModeloGrilla::textoCelda().
+    void recorrerTexto(bool soloElegidas, const Linea &linea) const;
     [[nodiscard]] QString comoTexto(bool soloElegidas) const;
-    /// All rows under their titles as CSV: semicolons, quotes doubled. Hidden columns are left out.
+    /// All rows under their titles as CSV: semicolons, quotes doubled. A text that a spreadsheet would take for a
+    /// formula ("=1+1") begins with an apostrophe; numbers and telephones ("-1,50", "+54 341") stay.
+    void recorrerCsv(const Linea &linea) const;
     [[nodiscard]] QString comoCsv() const;
 
     /// Wide enough for its columns where they are few, and a dozen rows high.
@@ -54,6 +62,7 @@ protected:
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
 
 private:
+    void copiar(bool soloElegidas);
     void recargar(const std::function<void()> &cambio);
     void ponerAnchos();
     [[nodiscard]] int anchoPropio(int columna) const;

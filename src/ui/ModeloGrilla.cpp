@@ -6,6 +6,8 @@
 
 #include <QLocale>
 
+#include <algorithm>
+
 namespace ui {
 
 namespace {
@@ -53,17 +55,53 @@ void ModeloGrilla::setRows(db::Rows rows, int primera)
     beginResetModel();
     m_textos.clear();
     m_claves.clear();
-    m_rows = std::move(rows);
+    m_paginas.clear();
+    if (rows)
+        m_paginas.push_back({rows, 0, rows->rowCount()});
     m_primera = primera;
     m_permutacion = ordenadas(m_ordenadaPor, m_sentido);
     endResetModel();
+}
+
+void ModeloGrilla::agregarRows(db::Rows rows, int cantidad)
+{
+    Q_ASSERT(m_textos.empty() && cantidad <= rows->rowCount());
+    if (cantidad <= 0)
+        return;
+    const int antes = filas();
+    beginInsertRows({}, antes, antes + cantidad - 1);
+    m_paginas.push_back({std::move(rows), antes, cantidad});
+    for (int row = antes; !m_permutacion.empty() && row < antes + cantidad; ++row)
+        m_permutacion.push_back(row);
+    endInsertRows();
+}
+
+void ModeloGrilla::setMas(std::function<bool()> hay, std::function<void()> traer)
+{
+    m_hayMas = std::move(hay);
+    m_traerMas = std::move(traer);
+}
+
+bool ModeloGrilla::canFetchMore(const QModelIndex &parent) const { return !parent.isValid() && m_hayMas && m_hayMas(); }
+
+void ModeloGrilla::fetchMore(const QModelIndex &parent)
+{
+    if (!parent.isValid() && m_traerMas)
+        m_traerMas();
+}
+
+const ModeloGrilla::Pagina &ModeloGrilla::paginaDe(int origin) const
+{
+    const auto despues = std::upper_bound(
+        m_paginas.begin(), m_paginas.end(), origin, [](int row, const Pagina &pagina) { return row < pagina.inicio; });
+    return *std::prev(despues);
 }
 
 void ModeloGrilla::setTextos(std::vector<QStringList> textos, std::vector<qint64> claves)
 {
     Q_ASSERT(textos.size() == claves.size());
     beginResetModel();
-    m_rows.reset();
+    m_paginas.clear();
     m_textos = std::move(textos);
     m_claves = std::move(claves);
     m_permutacion = ordenadas(m_ordenadaPor, m_sentido);
@@ -77,21 +115,38 @@ void ModeloGrilla::setOrden(int columna, int columnaResultado)
     m_ordenColumnas.at(size_t(columna)) = columnaResultado;
 }
 
-int ModeloGrilla::filas() const { return m_rows ? m_rows->rowCount() : int(m_textos.size()); }
+ModeloGrilla::Recorrido::Recorrido(const ModeloGrilla &modelo)
+    : m_modelo(modelo)
+{
+    if (m_modelo.m_alRecorrer)
+        m_modelo.m_alRecorrer(true);
+}
+
+ModeloGrilla::Recorrido::~Recorrido()
+{
+    if (m_modelo.m_alRecorrer)
+        m_modelo.m_alRecorrer(false);
+}
+
+int ModeloGrilla::filas() const
+{
+    return m_paginas.empty() ? int(m_textos.size()) : m_paginas.back().inicio + m_paginas.back().cantidad;
+}
 
 qint64 ModeloGrilla::claveOrigen(int origin) const
 {
-    if (m_rows)
-        return m_columnaClave >= 0 && m_columnaClave < m_rows->columnCount() ? m_rows->integer(origin, m_columnaClave)
-                                                                             : 0;
-    return m_claves[size_t(origin)];
+    if (m_paginas.empty())
+        return m_claves[size_t(origin)];
+    const auto &[rows, inicio, cantidad] = paginaDe(origin);
+    return m_columnaClave >= 0 && m_columnaClave < rows->columnCount() ? rows->integer(origin - inicio, m_columnaClave)
+                                                                       : 0;
 }
 
 qint64 ModeloGrilla::clave(int row) const { return row >= 0 && row < filas() ? claveOrigen(origen(row)) : 0; }
 
 int ModeloGrilla::filaDe(qint64 clave) const
 {
-    if (m_rows && m_columnaClave < 0)
+    if (!m_paginas.empty() && m_columnaClave < 0)
         return -1;
     for (int row = 0, n = filas(); row < n; ++row)
         if (claveOrigen(origen(row)) == clave)
@@ -103,30 +158,42 @@ QString ModeloGrilla::textoCelda(int row, int column) const { return textoOrigen
 
 QString ModeloGrilla::textoOrigen(int origin, int column) const
 {
-    if (!m_rows)
+    if (m_paginas.empty())
         return m_textos[size_t(origin)].value(column);
+    const Pagina &pagina = paginaDe(origin);
+    const db::ResultSet &rows = *pagina.rows;
+    const int row = origin - pagina.inicio;
     if (m_texto)
-        return m_texto(*m_rows, origin, column);
+        return m_texto(rows, row, column);
     const int celda = m_primera + column;
-    if (celda >= m_rows->columnCount() || m_rows->isNull(origin, celda))
+    if (celda >= rows.columnCount() || rows.isNull(row, celda))
         return {};
     switch (m_formatos[size_t(column)]) {
-    case Formato::Fecha: return base::fechaTexto(m_rows->dateTime(origin, celda).date());
-    case Formato::FechaHora: return base::fechaHoraTexto(m_rows->dateTime(origin, celda));
-    case Formato::Hora: return m_rows->dateTime(origin, celda).toString(QStringLiteral("HH:mm"));
-    case Formato::Dinero: return base::dinero(m_rows->real(origin, celda));
-    case Formato::SiNo: return m_rows->flag(origin, celda) ? tr("Sí") : tr("No");
+    case Formato::Fecha: return base::fechaTexto(rows.dateTime(row, celda).date());
+    case Formato::FechaHora: return base::fechaHoraTexto(rows.dateTime(row, celda));
+    case Formato::Hora: return rows.dateTime(row, celda).toString(QStringLiteral("HH:mm"));
+    case Formato::Dinero: return base::dinero(rows.real(row, celda));
+    case Formato::SiNo: return rows.flag(row, celda) ? tr("Sí") : tr("No");
     case Formato::Propio: break;
     }
-    switch (m_rows->fields()[size_t(celda)].type) {
+    switch (rows.fields()[size_t(celda)].type) {
     case db::Type::DateTime: {
-        const QDateTime momento = m_rows->dateTime(origin, celda);
-        return momento.isValid() ? momentoTexto(momento) : m_rows->text(origin, celda);
+        const QDateTime momento = rows.dateTime(row, celda);
+        return momento.isValid() ? momentoTexto(momento) : rows.text(row, celda);
     }
-    case db::Type::Flag: return m_rows->flag(origin, celda) ? tr("Sí") : tr("No");
+    case db::Type::Flag: return rows.flag(row, celda) ? tr("Sí") : tr("No");
     case db::Type::Single:
-    case db::Type::Double: return numeroTexto(m_rows->text(origin, celda));
-    default: return m_rows->text(origin, celda);
+    case db::Type::Double: return numeroTexto(rows.text(row, celda));
+    default: return rows.text(row, celda);
+    }
+}
+
+QString ModeloGrilla::textoSeguro(int origin, int column) const
+{
+    try {
+        return textoOrigen(origin, column);
+    } catch (const std::exception &) {
+        return {};
     }
 }
 
@@ -142,12 +209,12 @@ QVariant ModeloGrilla::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole: {
         // One line per row: a memo shows its first words.
-        QString texto = textoOrigen(origin, index.column());
+        QString texto = textoSeguro(origin, index.column());
         if (texto.contains(u'\n') || texto.contains(u'\r'))
             texto = texto.left(500).simplified();
         return texto;
     }
-    case TextoEntero: return textoOrigen(origin, index.column());
+    case TextoEntero: return textoSeguro(origin, index.column());
     case Clave: return claveOrigen(origin);
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(m_columnas[size_t(index.column())].alineacion | Qt::AlignVCenter);
@@ -192,20 +259,30 @@ std::vector<int> ModeloGrilla::ordenadas(int column, Qt::SortOrder order) const
     if (column < 0 || column >= columnCount() || filas() == 0)
         return {};
     const bool descendente = order == Qt::DescendingOrder;
-    const bool propia = m_rows && m_ordenColumnas[size_t(column)] < 0;
-    const bool calculada = propia && (m_texto || columnaOrden(column) >= m_rows->columnCount());
-    if (m_rows && !calculada && columnaOrden(column) < m_rows->columnCount())
-        return ordenarColumna(*m_rows, columnaOrden(column), descendente);
+    // Of several results no single one knows the order.
+    const db::Rows unico = m_paginas.size() == 1 ? rows() : nullptr;
+    if (unico && column == m_yaOrdenada) {
+        std::vector<int> alReves;
+        for (int origin = descendente ? filas() - 1 : -1; origin >= 0; --origin)
+            alReves.push_back(origin);
+        return alReves;
+    }
+    const bool propia = unico && m_ordenColumnas[size_t(column)] < 0;
+    const bool calculada = propia && (m_texto || columnaOrden(column) >= unico->columnCount());
+    if (unico && !calculada && columnaOrden(column) < unico->columnCount())
+        return ordenarColumna(*unico, columnaOrden(column), descendente);
     // No raw value stands behind these cells: what is read is what sorts.
     std::vector<QString> textos;
     textos.reserve(size_t(filas()));
     for (int origin = 0, n = filas(); origin < n; ++origin)
-        textos.push_back(textoOrigen(origin, column).trimmed());
+        textos.push_back(textoSeguro(origin, column).trimmed());
     return ordenarTextos(textos, descendente);
 }
 
 void ModeloGrilla::sort(int column, Qt::SortOrder order)
 {
+    if (m_alOrdenar)
+        m_alOrdenar(column);
     emit layoutAboutToBeChanged({}, VerticalSortHint);
     const QModelIndexList antes = persistentIndexList();
     std::vector<int> origenes;

@@ -48,7 +48,7 @@ std::optional<std::vector<double>> leerTodos(const std::vector<QByteArrayView> &
             valores.push_back(primero);
             continue;
         }
-        const std::optional<double> valor = leer(QString::fromUtf8(texto));
+        const std::optional<double> valor = leer(texto);
         if (!valor)
             return std::nullopt;
         alguno = true;
@@ -57,9 +57,10 @@ std::optional<std::vector<double>> leerTodos(const std::vector<QByteArrayView> &
     return alguno ? std::optional(std::move(valores)) : std::nullopt;
 }
 
-std::optional<double> comoFecha(const QString &texto)
+std::optional<double> comoFecha(QByteArrayView utf8)
 {
     // Eight digits in a row may be a date to whoever types it, but in a column they are a document number.
+    const QString texto = QString::fromUtf8(utf8);
     const qsizetype blanco = texto.indexOf(u' ');
     const QStringView dia = QStringView(texto).left(blanco < 0 ? texto.size() : blanco);
     if (!dia.contains(u'/') && !dia.contains(u'-'))
@@ -74,7 +75,18 @@ std::optional<double> comoFecha(const QString &texto)
     return double(momento->date().toJulianDay()) + momento->time().msecsSinceStartOfDay() / 86'400'000.0;
 }
 
-std::optional<double> comoNumero(const QString &texto) { return base::leerNumero(texto); }
+std::optional<double> comoNumero(QByteArrayView utf8)
+{
+    // Document and record numbers by the hundred thousand: plain digits need no reading in all the ways of writing.
+    constexpr qsizetype exactas = 15;
+    qint64 numero = 0;
+    for (const char c : utf8) {
+        if (c < '0' || c > '9' || utf8.size() > exactas)
+            return base::leerNumero(QString::fromUtf8(utf8));
+        numero = numero * 10 + (c - '0');
+    }
+    return double(numero);
+}
 
 std::vector<int> ordenarUtf8(const std::vector<QByteArrayView> &textos, bool descendente)
 {

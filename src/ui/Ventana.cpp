@@ -3,6 +3,7 @@
 #include "base/Mensajes.h"
 #include "db/Entorno.h"
 #include "db/Error.h"
+#include "ui/Avance.h"
 #include "ui/Grilla.h"
 #include "ui/NombreArchivo.h"
 
@@ -10,6 +11,7 @@
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
 #include <QApplication>
+#include <QClipboard>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QKeyEvent>
@@ -143,13 +145,36 @@ void Ventana::exportar(const Grilla &grilla)
         tr("Exportar"), nombreDeArchivo(windowTitle()) + QStringLiteral(".csv"), tr("Planilla (*.csv)"));
     if (!destino)
         return;
-    QSaveFile archivo(*destino);
-    // The mark makes spreadsheets read the accents right.
-    const bool escrito = archivo.open(QIODevice::WriteOnly)
-        && archivo.write("\xEF\xBB\xBF" + grilla.comoCsv().toUtf8()) > 0 && archivo.commit();
-    if (!escrito)
-        m_entorno.mensajes().fallar(
-            base::titulo::error, tr("No se pudo escribir el archivo: %1").arg(archivo.errorString()));
+    intentar([&] {
+        QSaveFile archivo(*destino);
+        Avance avance(this, tr("Exportando la lista..."), grilla.modelo().rowCount());
+        // The mark makes spreadsheets read the accents right.
+        bool escrito = archivo.open(QIODevice::WriteOnly) && archivo.write("\xEF\xBB\xBF") > 0;
+        if (escrito)
+            grilla.recorrerCsv([&](const QString &linea) {
+                escrito = archivo.write(linea.toUtf8() + "\r\n") > 0;
+                return escrito && avance.paso();
+            });
+        if (avance.cancelado())
+            return;
+        if (!escrito || !archivo.commit())
+            m_entorno.mensajes().fallar(
+                base::titulo::error, tr("No se pudo escribir el archivo: %1").arg(archivo.errorString()));
+    });
+}
+
+void Ventana::copiar(const Grilla &grilla, bool soloElegidas)
+{
+    intentar([&] {
+        Avance avance(this, tr("Copiando la lista..."), grilla.modelo().rowCount());
+        QStringList lineas;
+        grilla.recorrerTexto(soloElegidas, [&](const QString &linea) {
+            lineas << linea;
+            return avance.paso();
+        });
+        if (!avance.cancelado())
+            QApplication::clipboard()->setText(lineas.join(u'\n'));
+    });
 }
 
 bool Ventana::puedeImprimirLista() const { return bool(m_ventanas.imprimirLista()); }

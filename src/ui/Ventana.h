@@ -46,8 +46,11 @@ public:
     bool recibir(const Pedido &pedido);
     /// refrescar() with its failures shown.
     void actualizar();
-    /// Asks for a file and writes all rows of a grid to it as CSV.
-    void exportar(const Grilla &grilla);
+    /// Asks for a file and writes all rows of a grid to it as CSV. Tells of a failure; a long one shows how far it is
+    /// and can be cancelled, which leaves the file as it was.
+    virtual void exportar(const Grilla &grilla);
+    /// The selected rows of a grid, or all with their titles, to the clipboard; in the same way.
+    void copiar(const Grilla &grilla, bool soloElegidas);
     /// Runs an action; a db::Error is shown ("ERROR...") and yields false.
     bool intentar(const std::function<void()> &accion);
     /// Shows all rows of a grid as they are to be printed; see Ventanas::setImprimirLista().

@@ -4,6 +4,7 @@
 #include "db/Entorno.h"
 #include "db/EsquemaNucleo.h"
 #include "db/Historial.h"
+#include "db/ListaDoctores.h"
 #include "db/Recordset.h"
 #include "users/Claves.h"
 #include "users/Derechos.h"
@@ -121,8 +122,11 @@ base::Resultado<FichaUsuario> leerUsuario(db::Connection &conexion, int id)
     return FichaUsuario{id, valoresDe(fila, columnasDeUsuario()), !claves::vacia(fila.text(u"claveusuario"))};
 }
 
-base::Resultado<int> guardarUsuario(db::Connection &conexion, const UsuarioEditado &usuario)
+base::Resultado<int> guardarUsuario(db::Entorno &entorno, const UsuarioEditado &usuario, int administrador)
 {
+    if (const base::Control rechazo = db::controlarConfiguracion(entorno, administrador))
+        return *rechazo;
+    db::Connection &conexion = entorno.conexion();
     // What the checks saw still holds when it is written.
     db::Transaction transaccion(conexion);
     db::Recordset fila(conexion, deUno, {usuario.id});
@@ -140,7 +144,7 @@ base::Resultado<int> guardarUsuario(db::Connection &conexion, const UsuarioEdita
     return id;
 }
 
-bool eliminarUsuario(db::Entorno &entorno, int id)
+bool eliminarUsuario(db::Entorno &entorno, int id, int administrador)
 {
     db::Connection &conexion = entorno.conexion();
     base::Mensajes &mensajes = entorno.mensajes();
@@ -148,6 +152,8 @@ bool eliminarUsuario(db::Entorno &entorno, int id)
         mensajes.mensaje(rechazo.titulo, rechazo.texto, rechazo.icono);
         return false;
     };
+    if (const base::Control rechazo = db::controlarConfiguracion(entorno, administrador))
+        return decir(*rechazo);
     const base::Rechazo ultimoMedico{
         base::titulo::aviso,
         u"No se puede proceder con la acción ya que en el sistema debe haber al menos un Médico cargado."_qs};

@@ -39,15 +39,17 @@ struct UsuarioEditado {
 /// Refused when the row is gone. Throws db::Error, as all below.
 [[nodiscard]] base::Resultado<FichaUsuario> leerUsuario(db::Connection &conexion, int id);
 
-/// Saves a user and yields the `id`. Refused, in this order: no name; an administrator without password; the last
+/// Saves a user and yields the `id`. Refused, in this order: who may not change the settings (`administrador`: see
+/// db::controlarConfiguracion()); no name; an administrator without password; the last
 /// professional made something else; a password that another user has, whatever the letter case; the row is gone. The
 /// password is stored as its hash; one that is kept is not touched. Compares a new password with everybody's: some
 /// hundredths of a second for each user. Throws std::bad_alloc too.
-[[nodiscard]] base::Resultado<int> guardarUsuario(db::Connection &conexion, const UsuarioEditado &usuario);
+[[nodiscard]] base::Resultado<int>
+guardarUsuario(db::Entorno &entorno, const UsuarioEditado &usuario, int administrador = 0);
 
 /// Deletes a user after asking. The last professional is refused, and the log tells who was deleted. True when it was
 /// done; whatever stopped it has been told.
-bool eliminarUsuario(db::Entorno &entorno, int id);
+bool eliminarUsuario(db::Entorno &entorno, int id, int administrador = 0);
 
 /// What "copy the rights of another user" copies: every right, and the flags that say how she works; not what makes
 /// an administrator, nor the web agenda. Refused when the row is gone.

@@ -185,6 +185,21 @@ private slots:
         QTest::keyClick(h->listadias, Qt::Key_Delete);
         QCOMPARE(cuantos(base->usuario), 0);
         QVERIFY(h->hayCambios());
+
+        h->fechadesde->setText("1/1/2027");
+        h->fechahasta->setText("31/12/2027");
+        pulsar(h->guardar);
+        QCOMPARE(h->listaplantillas->count(), 1);
+        // Deleted at another station while it was changed: what is typed can still be stored.
+        base->conexion().execute("DELETE FROM [Agenda Turnos Horarios]");
+        h->dias[0].maHasta->setText("11");
+        base->guion.esperarMensaje("Atención...", yaNoExiste);
+        pulsar(h->guardar);
+        QCOMPARE(h->listaplantillas->count(), 0);
+        pulsar(h->guardar);
+        QCOMPARE(h->listaplantillas->count(), 1);
+        QVERIFY(!h->hayCambios());
+        QVERIFY(elegirPlantilla(base->conexion(), base->usuario, {2027, 5, 2})->dias[0].maHasta == QTime(11, 0));
     }
 
     void pinta_en_todo_tamano_data()

@@ -133,6 +133,9 @@ private slots:
         QVERIFY(!id);
         QCOMPARE(id.rechazo().titulo, QString("Atención..."));
         QCOMPARE(id.rechazo().texto, yaNoExiste);
+        base.quitarDerecho("accesoagendas");
+        QCOMPARE(guardarPlantilla(base, p, "1/1/2026", "31/12/2026").rechazo().texto, sinPermiso);
+        QCOMPARE(eliminarPlantilla(base, p.id).rechazo().texto, sinPermiso);
         QVERIFY(base.guion.terminar());
     }
 

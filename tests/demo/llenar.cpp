@@ -32,7 +32,8 @@ const QStringList tablas{
     u"Pacientes Control Feto"_s,
     u"Pacientes Vacunas"_s,
     u"Pacientes Controles Antropometricos"_s,
-    u"Antecedentes Perinatologicos"_s};
+    u"Antecedentes Perinatologicos"_s,
+    u"Historial"_s};
 
 QByteArray resumen(db::Connection &conexion)
 {
@@ -74,6 +75,7 @@ private slots:
         QCOMPARE(cuantos(u"[Agenda Turnos]"_s), 1200);
         QCOMPARE(cuantos(u"[Pacientes Ordenes]"_s), 200);
         QCOMPARE(cuantos(u"[Consultas]"_s), 400);
+        QCOMPARE(cuantos(u"[Historial]"_s), 1500);
         for (const QString &tabla : tablas)
             QVERIFY2(cuantos(u'[' + tabla + u']') > 0, qUtf8Printable(tabla));
         QVERIFY(cuantos(u"[Pacientes] WHERE Apellido like '%''%'"_s) > 0);

@@ -7,6 +7,10 @@
 
 #include <QProcess>
 
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -135,6 +139,27 @@ private slots:
         QVERIFY(a->waitForFinished(120000) && b->waitForFinished(120000));
         QCOMPARE(a->exitCode() + b->exitCode(), 0);
         QCOMPARE(base.valor(u"SELECT count(id) FROM [Agenda Turnos]"_qs), u"180"_qs);
+    }
+
+    /// The program opens its file a second time (an automatic copy, 'Probar' of the window 'Red') in the middle of a
+    /// save: for the other stations it stays locked. On Unix, closing a file drops what the process has locked in it.
+    void secondOpeningKeepsTheLock()
+    {
+        soporte::BaseDePrueba base;
+        db::Transaction transaccion(base.conexion());
+        (void)base.otraTerminal();
+        const pid_t otra = fork();
+        if (otra == 0) {
+            struct flock candado = {};
+            candado.l_type = F_WRLCK;
+            candado.l_start = 0x40000001; // where the engine locks for a writer
+            candado.l_len = 1;
+            const int archivo = open(QFile::encodeName(base.archivo()).constData(), O_RDWR);
+            _exit(fcntl(archivo, F_GETLK, &candado) == 0 && candado.l_type != F_UNLCK ? 0 : 1);
+        }
+        int estado = 1;
+        QCOMPARE(waitpid(otra, &estado, 0), otra);
+        QCOMPARE(estado, 0);
     }
 
     /// A write that fails half way leaves nothing of it.

@@ -1,5 +1,5 @@
-#include "patients/BusquedaPacientes.h"
 #include "db/Config.h"
+#include "patients/ListaPacientes.h"
 #include "support/BaseDePrueba.h"
 #include "support/Prueba.h"
 
@@ -63,11 +63,11 @@ void llenar(db::Connection &c)
     c.execute(u"UPDATE [Pacientes] SET cobertura = 0 WHERE NroHC = 21"_s);
 }
 
-QList<int> numeros(const base::Resultado<db::Rows> &filas)
+QList<int> numeros(const db::Rows &filas)
 {
     QList<int> lista;
-    for (int i = 0; i < (*filas)->rowCount(); ++i)
-        lista << int((*filas)->integer(i, patients::ColNroHC));
+    for (int i = 0; i < filas->rowCount(); ++i)
+        lista << int(filas->integer(i, patients::ColNroHC));
     return lista;
 }
 
@@ -119,6 +119,7 @@ private slots:
         fila("segundo apellido", amplio([](auto &f) { f.apellido2 = u"god"_s; }), {1});
         fila("documento", amplio([](auto &f) { f.dni = u"111"_s; }), {1});
         fila("teléfono", amplio([](auto &f) { f.telefono = u"455"_s; }), {1});
+        fila("documento con puntos", amplio([](auto &f) { f.dni = u"20.111.222"_s; }), {1});
         fila("afiliado", amplio([](auto &f) { f.nroos = u"7/0"_s; }), {1});
         fila("nacimiento", amplio([](auto &f) { f.fecnac = u"5/3/80"_s; }), {2});
         fila("sexo", amplio([](auto &f) { f.sexo = 0; }), {1});
@@ -141,9 +142,10 @@ private slots:
         soporte::BaseDePrueba base(soporte::dialectoActual());
         llenar(base.conexion());
         db::Config(base.conexion()).guardar(u"nuidhc", porHistoria);
-        const auto filas = patients::buscarPacientes(base, filtro);
-        QVERIFY(bool(filas));
-        QCOMPARE(numeros(filas), esperados);
+        QCOMPARE(numeros(*patients::buscarPacientes(base, filtro)), esperados);
+        patients::ListaPacientes lista(base);
+        QVERIFY(!lista.buscar(filtro));
+        QCOMPARE(numeros(lista.filas()), esperados);
     }
 
     void rechazaFechasQueNoSon()
@@ -212,14 +214,26 @@ private slots:
         QCOMPARE(saldos[2], 0.0);
         QCOMPARE(saldos[150], 113.5);
         QVERIFY(patients::Saldos(base).calcular({}).empty());
-        const auto conSaldo = *patients::buscarPacientesConSaldo(base, {});
-        QCOMPARE(conSaldo->real(3, patients::ColSaldo), 113.5);
+        patients::ListaPacientes lista(base);
+        const auto mostrados = [&lista] {
+            QStringList textos;
+            for (int fila = 0; fila < lista.cantidad(); ++fila)
+                textos << lista.texto(fila, patients::ColSaldo);
+            return textos;
+        };
+        QVERIFY(!lista.buscar({}));
+        QCOMPARE(mostrados(), (QStringList{u"-10,00"_s, u"0,00"_s, u"0,00"_s, u"113,50"_s}));
 
         db::Config(c).guardar(u"versaldoanioactual", true);
         QCOMPARE(patients::Saldos(base).calcular({1}).front(), 20.5);
-        const auto delAnio = *patients::buscarPacientesConSaldo(base, {});
-        QCOMPARE(delAnio->real(3, patients::ColSaldo), 20.5);
-        QCOMPARE(delAnio->real(0, patients::ColSaldo), -10.0);
+        muchos.resize(2000, 2); // everybody's at once
+        QCOMPARE(patients::Saldos(base).calcular(muchos)[0], 20.5);
+        QCOMPARE(patients::Saldos(base).calcular(muchos)[1999], -10.0);
+        for (const auto columna : {patients::ColNombre, patients::ColSaldo}) {
+            QVERIFY(!lista.buscar({}, columna));
+            QCOMPARE(mostrados(), (QStringList{u"-10,00"_s, u"0,00"_s, u"0,00"_s, u"20,50"_s}));
+            QCOMPARE(lista.texto(3, patients::ColNombre), u"PÉREZ GODOY, Ana"_s);
+        }
     }
 };
 

@@ -6,11 +6,13 @@
 #include "patients/forms/pacientes.h"
 #include "support/BaseDePrueba.h"
 #include "support/Prueba.h"
+#include "ui/CampoFecha.h"
 #include "ui/Grilla.h"
 #include "ui/ListaCombo.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -22,12 +24,12 @@ using patients::nuevopaci;
 
 namespace {
 
-/// A patient file that is open; only its name matters here.
+/// Another window that is open; only its name matters here.
 class ficha : public ui::Ventana
 {
 public:
-    ficha(db::Entorno &entorno, ui::Ventanas &ventanas)
-        : Ventana(entorno, ventanas, u"pacientes"_s, u"Ficha del Paciente"_s)
+    ficha(db::Entorno &entorno, ui::Ventanas &ventanas, const QString &nombre = u"pacientes"_s)
+        : Ventana(entorno, ventanas, nombre, u"Ficha del Paciente"_s)
     {
     }
     using Ventana::datos;
@@ -206,6 +208,22 @@ private slots:
         QCOMPARE(v->windowTitle(), u"Elección del Paciente"_s);
     }
 
+    void eliminaDesdeLaLista()
+    {
+        auto *v = abrir<elecpaci>(u"elecpaci"_s, {{u"modo"_s, 1}});
+        v->listapaci->elegirClave(1);
+        v->listapaci->setFocus();
+        const QString pregunta = u"¿Seguro que desea eliminar el Paciente PÉREZ, ANA?. Si lo hace, perderá toda la "
+                                 "Historia Clínica del Paciente y los registros contables del mismo."_s;
+        m_base->guion.esperarPregunta(u"Confirmación..."_s, pregunta, false);
+        QTest::keyClick(v->listapaci, Qt::Key_Delete);
+        QCOMPARE(v->cantidad->text(), u"3 pacientes"_s);
+        m_base->guion.esperarPregunta(u"Confirmación..."_s, pregunta, true);
+        QTest::keyClick(v->listapaci, Qt::Key_Delete);
+        QCOMPARE(v->cantidad->text(), u"2 pacientes"_s);
+        QVERIFY(abrir<elecpaci>(u"elecpaci"_s, {{u"modo"_s, 2}})->eliminar->isHidden());
+    }
+
     void eligePorTeclado()
     {
         auto *v = abrir<elecpaci>(u"elecpaci"_s, {{u"modo"_s, 2}});
@@ -236,6 +254,136 @@ private slots:
         QVERIFY(m_resultados.isEmpty());
     }
 
+    void enterAceptaElUnicoQueSeVio()
+    {
+        auto *v = abrir<elecpaci>(u"elecpaci"_s, {{u"modo"_s, 4}, {u"apellido"_s, u"ez"_s}});
+        QCOMPARE(v->cantidad->text(), u"2 pacientes"_s);
+        QTest::keyClick(v->focusWidget(), Qt::Key_Return); // two: neither
+        QTest::keyClick(v->focusWidget(), Qt::Key_Home);
+        teclear(v, u"r"_s);
+        QTest::keyClick(v->focusWidget(), Qt::Key_Return); // searches first
+        QCOMPARE(v->cantidad->text(), u"1 paciente"_s);
+        QVERIFY(m_resultados.isEmpty());
+        QTest::keyClick(v->focusWidget(), Qt::Key_Return);
+        QCOMPARE(m_resultados.size(), 1);
+        QCOMPARE(m_resultados[0].value(u"nrohc"_s).toInt(), 1);
+    }
+
+    void laListaDevuelveLoQueSeEscribe()
+    {
+        auto *v = abrir<elecpaci>(u"elecpaci"_s);
+        teclear(v, u"e"_s);
+        QTest::keyClick(v->focusWidget(), Qt::Key_Down);
+        QCOMPARE(v->focusWidget(), v->listapaci);
+        teclear(v, u"z"_s);
+        QCOMPARE(v->focusWidget(), v->apellidoredu);
+        QCOMPARE(v->apellidoredu->text(), u"ez"_s);
+        QTest::keyClick(v->focusWidget(), Qt::Key_Down);
+        QTest::keyClick(v->focusWidget(), Qt::Key_Up);
+        QCOMPARE(v->focusWidget(), v->apellidoredu);
+    }
+
+    void cadaFiltroLlega()
+    {
+        db::Connection &c = m_base->conexion();
+        c.execute(u"UPDATE [Pacientes] SET apellido2='SOSA', Tel='455', NroOS='7/1', FeNac=#03/05/1980#, sexo=1, "
+                  "cobertura=1, idcobertura=2, idciudad=1, idprovincia=1 WHERE NroHC = 2"_s);
+        c.execute(u"UPDATE [Pacientes] SET pacienteinactivo = -1, cobertura = 2, sexo = 0 WHERE NroHC = 3"_s);
+        db::Config(c).guardar(u"nuidhc", true);
+        auto *v = abrir<elecpaci>(u"elecpaci"_s);
+        teclear(v, u"e"_s);
+        QTest::mouseClick(v->opcionampli, Qt::LeftButton, {}, QPoint(5, 8));
+        QCOMPARE(v->focusWidget(), v->apellido);
+        QCOMPARE(v->apellido->text(), u"e"_s); // and the inactive one is out
+        QCOMPARE(quienes(v), u"GÓMEZ SOSA, PÉREZ"_s);
+        v->apellido->clear();
+
+        const auto prueba = [&](QLineEdit *campo, const QString &texto, const QString &esperados) {
+            campo->setFocus();
+            campo->setText(texto);
+            QTest::keyClick(campo, Qt::Key_Return);
+            QCOMPARE(quienes(v), esperados);
+            QTest::keyClick(v, Qt::Key_Escape);
+            QVERIFY(campo->text().isEmpty());
+            QCOMPARE(quienes(v), u"GÓMEZ SOSA, PÉREZ"_s);
+        };
+        prueba(v->apellido2, u"sos"_s, u"GÓMEZ SOSA"_s);
+        prueba(v->nombres, u"ana"_s, u"PÉREZ"_s);
+        prueba(v->numehistoria, u"02"_s, u"GÓMEZ SOSA"_s);
+        prueba(v->dni, u"érez"_s, u"PÉREZ"_s);
+        prueba(v->telpar, u"55"_s, u"GÓMEZ SOSA"_s);
+        prueba(v->nroos, u"/"_s, u"GÓMEZ SOSA"_s);
+        prueba(v->fecnac, u"5/3/80"_s, u"GÓMEZ SOSA"_s);
+        prueba(v->edad1, u"46"_s, u"GÓMEZ SOSA"_s);
+        prueba(v->edad2, u"46"_s, u"GÓMEZ SOSA"_s);
+
+        const auto elige = [&](const std::function<void()> &eleccion, const QString &esperados) {
+            eleccion();
+            QCOMPARE(quienes(v), esperados);
+            v->limpiar->click();
+        };
+        elige([&] { v->sexo->setCurrentIndex(2); }, u"GÓMEZ SOSA"_s);
+        elige([&] { v->todos->click(), v->sexo->setCurrentIndex(1); }, u"O'HIGGINS"_s);
+        elige([&] { v->inactivos->click(); }, u"O'HIGGINS"_s);
+        elige([&] { v->inactivos->click(), v->nocober->click(); }, u"O'HIGGINS"_s);
+        elige([&] { v->sicober->click(); }, u"GÓMEZ SOSA"_s);
+        elige([&] { v->sicober->click(), ui::elegirId(*v->coberfiltro, 3); }, QString());
+        elige([&] { v->nosabecober->click(); }, u"PÉREZ"_s);
+        elige([&] { ui::elegirId(*v->ciudad, 1), ui::elegirId(*v->provincia, 1); }, u"GÓMEZ SOSA"_s);
+        QVERIFY(!v->coberfiltro->isEnabled());
+
+        // Half a date is no mistake while it is being typed, and one when Enter is pressed.
+        v->fecnac->setFocus();
+        teclear(v, u"31/2/"_s);
+        QTest::qWait(300);
+        m_base->guion.esperarMensaje(
+            u"Error..."_s, u"La fecha de nacimiento ingresada es incorrecta, debe ser del tipo ' dd/mm/aaaa'."_s);
+        QTest::keyClick(v->fecnac, Qt::Key_Return);
+        QCOMPARE(quienes(v), u"GÓMEZ SOSA, PÉREZ"_s);
+    }
+
+    void losAtajosNoSeRepiten()
+    {
+        auto *v = abrir<elecpaci>(u"elecpaci"_s);
+        for (const bool amplia : {false, true}) {
+            (amplia ? v->opcionampli : v->opcionredu)->click();
+            QStringList letras;
+            for (const auto *control : v->findChildren<QWidget *>()) {
+                const QString atajo = QKeySequence::mnemonic(control->property("text").toString()).toString();
+                if (control->isVisible() && !atajo.isEmpty() && !qobject_cast<const QLineEdit *>(control)) {
+                    QVERIFY2(!letras.contains(atajo), qPrintable(atajo));
+                    letras << atajo;
+                }
+            }
+            QVERIFY(letras.size() > 6);
+        }
+    }
+
+    void exportaLaListaConSusSaldos()
+    {
+        m_base->conexion().execute(u"INSERT INTO [Pacientes Ordenes] (NroPaci,costo) VALUES (1,1234.5)"_s);
+        m_base->conexion().execute(u"UPDATE [Pacientes] SET Apellido = '=1+1' WHERE NroHC = 2"_s);
+        auto *v = abrir<elecpaci>(u"elecpaci"_s);
+        const QString destino = m_base->carpetaPrograma() + u"/lista.csv"_s;
+        m_base->guion.esperarDestino(u"Exportar"_s, destino);
+        v->exportarlista->click();
+        QFile archivo(destino);
+        QVERIFY(archivo.open(QIODevice::ReadOnly));
+        QCOMPARE(archivo.read(3), QByteArray("\xEF\xBB\xBF"));
+        QCOMPARE(
+            QString::fromUtf8(archivo.readAll()),
+            u"Nº Hist. Clínica;Pacientes;Nº Doc. Identidad;Nº Afiliado;Saldo $\r\n"
+            "2;'=1+1, LUIS;GÓMEZ;;0,00\r\n3;O'HIGGINS, EVA;O'HIGGINS;;0,00\r\n1;PÉREZ, ANA;PÉREZ;;1.234,50\r\n"_s);
+
+        // What cannot be read is blank in the window, and told where it would be missed.
+        m_base->conexion().execute(u"DROP TABLE [Pacientes Pagos]"_s);
+        v->refrescar();
+        QCOMPARE(saldos(v), (QStringList{{}, {}, {}}));
+        m_base->guion.esperarDestino(u"Exportar"_s, destino);
+        m_base->guion.esperarMensaje(u"ERROR..."_s, u"La base de datos no tiene la tabla 'Pacientes Pagos'."_s);
+        v->exportarlista->click();
+    }
+
     void muestraSaldosYOrdenaPorEllos()
     {
         m_base->conexion().execute(u"INSERT INTO [Pacientes Ordenes] (NroPaci,costo) VALUES (1,1234.5)"_s);
@@ -245,6 +393,11 @@ private slots:
         QCOMPARE(v->listapaci->modelo().index(0, 1).data().toString(), u"GÓMEZ, LUIS"_s);
         v->listapaci->sortByColumn(4, Qt::DescendingOrder);
         QCOMPARE(saldos(v), (QStringList{u"1.234,50"_s, u"99,00"_s, u"0,00"_s}));
+        v->listapaci->sortByColumn(2, Qt::DescendingOrder); // by document, which here is the surname
+        QCOMPARE(quienes(v), u"PÉREZ, O'HIGGINS, GÓMEZ"_s);
+        v->listapaci->sortByColumn(1, Qt::DescendingOrder);
+        QCOMPARE(quienes(v), u"PÉREZ, O'HIGGINS, GÓMEZ"_s);
+        v->listapaci->sortByColumn(4, Qt::DescendingOrder);
         teclear(v, u"ez\r"_s);
         QCOMPARE(saldos(v), (QStringList{u"1.234,50"_s, u"0,00"_s}));
     }
@@ -278,6 +431,19 @@ private slots:
             u"Atención..."_s, u"Un Paciente está siendo atendido, para seguir debe cerrar la ficha del Paciente"_s);
         v->aceptar->click();
         QCOMPARE(abierta->paciente()->nrohc(), 3);
+    }
+
+    void buscaSusTurnos()
+    {
+        const QString nombre = u"resulbusque"_s;
+        m_ventanas->registrar(nombre, ui::Modo::Marco, [&] { return new ficha(*m_base, *m_ventanas, nombre); });
+        auto *v = abrir<elecpaci>(u"elecpaci"_s, {{u"modo"_s, 3}});
+        v->listapaci->elegirClave(2);
+        v->aceptar->click();
+        auto *turnos = static_cast<ficha *>(m_ventanas->buscar(nombre));
+        QVERIFY(turnos);
+        QCOMPARE(turnos->datos(), (QVariantMap{{u"nrohc"_s, 2}, {u"nombre"_s, u"GÓMEZ, LUIS"_s}}));
+        QVERIFY(!m_ventanas->buscar(u"elecpaci"_s));
     }
 
     void elNuevoQuedaElegido()
@@ -316,6 +482,15 @@ private:
             else
                 QTest::sendKeyEvent(QTest::Click, ventana->focusWidget(), Qt::Key_unknown, QString(c), Qt::NoModifier);
         }
+    }
+
+    // Surnames shown.
+    static QString quienes(elecpaci *v)
+    {
+        QStringList apellidos;
+        for (int fila = 0; fila < v->listapaci->modelo().rowCount(); ++fila)
+            apellidos << v->listapaci->modelo().index(fila, 1).data().toString().section(u',', 0, 0);
+        return apellidos.join(u", "_s);
     }
 
     static QStringList saldos(elecpaci *v)

@@ -70,21 +70,24 @@ private slots:
     {
         QCOMPARE(leerPlantillas(base->conexion()), PlantillasEncabezado());
         const PlantillasEncabezado nuevas{true, u"<p>Dr. O'Higgins</p>"_s, u""_s};
-        QVERIFY(!guardarPlantillas(*base, nuevas, Permiso::DelUsuario));
+        QVERIFY(!guardarPlantillas(*base, nuevas));
         QCOMPARE(leerPlantillas(base->conexion()), nuevas);
         QCOMPARE(base->valor(u"SELECT ventana FROM [Historial]"_s), u"Encabezados"_s);
         QCOMPARE(base->valor(u"SELECT accion FROM [Historial]"_s), u"Se presionó el botón Guardar."_s);
 
         base->conexion().execute(u"UPDATE [Lista Doctores] SET accesoconfiguracion = 0"_s);
-        QCOMPARE(guardarPlantillas(*base, {}, Permiso::DelUsuario)->texto, sinPermiso);
+        QCOMPARE(guardarPlantillas(*base, {})->texto, sinPermiso);
         const QTemporaryDir carpeta;
-        QCOMPARE(ponerImagen(*base, foto(carpeta, "bmp", Qt::red), Permiso::DelUsuario)->texto, sinPermiso);
-        QCOMPARE(quitarImagen(*base, Permiso::DelUsuario).rechazo().texto, sinPermiso);
+        QCOMPARE(ponerImagen(*base, foto(carpeta, "bmp", Qt::red))->texto, sinPermiso);
+        QCOMPARE(quitarImagen(*base).rechazo().texto, sinPermiso);
         base->usuario = 9999;
-        QVERIFY(guardarPlantillas(*base, {}, Permiso::DelUsuario)->texto.startsWith(u"Defina un Usuario Activo"_s));
+        QVERIFY(guardarPlantillas(*base, {})->texto.startsWith(u"Defina un Usuario Activo"_s));
         QCOMPARE(leerPlantillas(base->conexion()), nuevas);
         // The administrator's password opened the configuration.
-        QVERIFY(!guardarPlantillas(*base, {}, Permiso::Administrador));
+        QVERIFY(guardarPlantillas(*base, {}, 20).has_value());
+        base->usuario = 20;
+        base->conexion().execute(u"UPDATE [Lista Doctores] SET administrador = -1"_s);
+        QVERIFY(!guardarPlantillas(*base, {}, 20));
         QCOMPARE(leerPlantillas(base->conexion()), PlantillasEncabezado());
     }
 
@@ -130,8 +133,8 @@ private slots:
     void armaPorLaTablaDeImpresion()
     {
         const QTemporaryDir carpeta;
-        QVERIFY(!ponerImagen(*base, foto(carpeta, "jpg", Qt::blue), Permiso::DelUsuario));
-        QVERIFY(!guardarPlantillas(*base, {true, u"Dr. <medico>"_s, u"Pac. <apellido>"_s}, Permiso::DelUsuario));
+        QVERIFY(!ponerImagen(*base, foto(carpeta, "jpg", Qt::blue)));
+        QVERIFY(!guardarPlantillas(*base, {true, u"Dr. <medico>"_s, u"Pac. <apellido>"_s}));
         base->conexion().execute(u"INSERT INTO [Imprimir] (nrohc,impri1) VALUES (-99,'de otra vez')"_s);
         base->conexion().execute(u"INSERT INTO [Imprimir] (nrohc,impri1) VALUES (5,'ajena')"_s);
         // What was in the table while it was there.
@@ -198,7 +201,7 @@ private slots:
     void imprimeSinPoderEscribir()
     {
         BaseDeLectura lectura(soporte::dialectoActual());
-        QVERIFY(!guardarPlantillas(lectura, {false, u"Dr. <medico>"_s, {}}, Permiso::DelUsuario));
+        QVERIFY(!guardarPlantillas(lectura, {false, u"Dr. <medico>"_s, {}}));
         lectura.cerrarEscritura();
         QVERIFY(lectura.conexion().readOnly());
         const Documento documento = armar(lectura, {.titulo = u"Título"_s, .html = u"cuerpo"_s});
@@ -211,14 +214,14 @@ private slots:
     {
         const QTemporaryDir carpeta;
         QVERIFY(leerImagen(*base).isEmpty());
-        QVERIFY(!ponerImagen(*base, foto(carpeta, "jpg", Qt::red), Permiso::DelUsuario));
+        QVERIFY(!ponerImagen(*base, foto(carpeta, "jpg", Qt::red)));
         const QByteArray roja = leerImagen(*base);
         QCOMPARE(imagenDe(roja).size(), QSize(40, 10));
         QCOMPARE(archivoImagen(*base), base->carpetaPrograma() + u"/Imagenes/encabezado"_s);
 
         // What is no picture, or too much of one, leaves the former.
         const auto rechaza = [&](const QString &archivo, const QString &principio) {
-            const auto rechazo = ponerImagen(*base, archivo, Permiso::DelUsuario);
+            const auto rechazo = ponerImagen(*base, archivo);
             QVERIFY(rechazo && rechazo->texto.startsWith(principio));
             QCOMPARE(leerImagen(*base), roja);
         };
@@ -232,15 +235,15 @@ private slots:
         falsa.close();
         rechaza(falsa.fileName(), u"La imagen es demasiado grande"_s);
 
-        QVERIFY(!ponerImagen(*base, foto(carpeta, "bmp", Qt::green), Permiso::DelUsuario));
+        QVERIFY(!ponerImagen(*base, foto(carpeta, "bmp", Qt::green)));
         QCOMPARE(imagenDe(leerImagen(*base)).pixelColor(3, 3), QColor(Qt::green));
         QCOMPARE(QDir(base->carpetaPrograma() + u"/Imagenes"_s).entryList(QDir::Files), QStringList(u"encabezado"_s));
         const QString pregunta = u"¿Seguro que desea Eliminar la imagen usada como Encabezado de las impresiones?"_s;
         base->guion.esperarPregunta(u"Atención..."_s, pregunta, false);
-        QCOMPARE(*quitarImagen(*base, Permiso::DelUsuario), false);
+        QCOMPARE(*quitarImagen(*base), false);
         QVERIFY(QFile::exists(archivoImagen(*base)));
         base->guion.esperarPregunta(u"Atención..."_s, pregunta, true);
-        QCOMPARE(*quitarImagen(*base, Permiso::DelUsuario), true);
+        QCOMPARE(*quitarImagen(*base), true);
         QVERIFY(!QFile::exists(archivoImagen(*base)));
     }
 };

@@ -96,9 +96,9 @@ class PruebaVentanas : public QObject
         ver(*ventanas, documento, nullptr);
         return abierta<vistaprevia>(u"vistaprevia"_s);
     }
-    encabezados *abrirEncabezados(bool autorizado = false)
+    encabezados *abrirEncabezados(int administrador = 0)
     {
-        ventanas->abrir(u"encabezados"_s, {.datos = {{u"autorizado"_s, autorizado}}});
+        ventanas->abrir(u"encabezados"_s, {.datos = {{u"administrador"_s, administrador}}});
         return abierta<encabezados>(u"encabezados"_s);
     }
     static void pulsar(QAbstractButton *boton)
@@ -291,7 +291,8 @@ private slots:
             "permisos de accesos."_s);
         QVERIFY(!abrirEncabezados());
         db::Config(base->conexion()).guardar(u"encabezadogeneral", u"{\\rtf1 \\b Dr. <medico>\\par}"_s);
-        encabezados *e = abrirEncabezados(true);
+        base->conexion().execute(u"UPDATE [Lista Doctores] SET administrador = -1"_s);
+        encabezados *e = abrirEncabezados(20);
         QVERIFY(e);
         QCOMPARE(e->encabezadogeneral->textoPlano(), u"Dr. <medico>"_s);
         // Headers of an older database are read, and are no change.

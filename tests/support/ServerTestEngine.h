@@ -17,6 +17,7 @@ public:
     [[nodiscard]] db::Rows query(const QString &sql, const db::Params &params) override;
     int execute(const QString &sql, const db::Params &params) override;
     [[nodiscard]] QString singleTable(const QString &sql) override;
+    [[nodiscard]] db::Rows search(const QString &, const db::Conditions &, const QStringList &) override { return {}; }
 
 private:
     [[nodiscard]] ServerStatement parse(const QString &sql);

@@ -273,6 +273,63 @@ private slots:
         QCOMPARE(activada.size(), 1);
     }
 
+    void formulasQuedanEnTexto_data()
+    {
+        QTest::addColumn<QString>("celda");
+        QTest::addColumn<bool>("formula");
+        for (const char *texto : {"=1+1", "=HYPERLINK(1)", "+1+1", "-1-1", "@SUM(A1)", "-2+3", "+54-341-455", "\t=1"})
+            QTest::newRow(texto) << QString::fromUtf8(texto) << true;
+        for (const char *texto :
+             {"-1.234,50",
+              "-5",
+              "+3",
+              "+54 341 455-1234",
+              "+54 (341) 4551234",
+              "+543414551234",
+              "1=1",
+              "O'Higgins",
+              "-",
+              ""})
+            QTest::newRow(texto) << QString::fromUtf8(texto) << false;
+    }
+
+    void formulasQuedanEnTexto()
+    {
+        QFETCH(QString, celda);
+        QFETCH(bool, formula);
+        Grilla grilla(QStringLiteral("g"), QStringLiteral("|A"));
+        grilla.mostrar({{celda}}, {1});
+        QCOMPARE(
+            grilla.comoCsv(),
+            QStringLiteral("A\r\n") + (formula ? QStringLiteral("'") : QString()) + celda + QStringLiteral("\r\n"));
+        QCOMPARE(grilla.comoTexto(false), QStringLiteral("A\n") + QString(celda).replace(u'\t', u' '));
+    }
+
+    void loQueFallaNoLlegaAlPintar()
+    {
+        Grilla grilla(QStringLiteral("g"), QStringLiteral("|A|B"));
+        ModeloGrilla &modelo = grilla.modelo();
+        QString recorridos;
+        modelo.setAlRecorrer([&](bool empieza) { recorridos += empieza ? u'(' : u')'; });
+        modelo.setTexto([](const db::ResultSet &, int, int) -> QString { throw std::runtime_error("base"); });
+        db::ResultSet::Builder filas({{QStringLiteral("n"), db::Type::Long}});
+        for (const int n : {7, 8}) {
+            filas.addInteger(n);
+            filas.endRow();
+        }
+        modelo.setColumnaClave(0);
+        modelo.setYaOrdenada(0);
+        grilla.mostrar(filas.finish());
+        QCOMPARE(modelo.index(0, 0).data().toString(), QString());
+        QVERIFY_THROWS_EXCEPTION(std::runtime_error, (void)grilla.comoCsv());
+        QCOMPARE(recorridos, QStringLiteral("()"));
+        grilla.sortByColumn(1, Qt::AscendingOrder);
+        grilla.sortByColumn(0, Qt::DescendingOrder);
+        QCOMPARE(modelo.clave(0), 8);
+        grilla.sortByColumn(0, Qt::AscendingOrder);
+        QCOMPARE(modelo.clave(0), 7);
+    }
+
     void titulosOrdenan()
     {
         Grilla grilla(QStringLiteral("g"), encabezado);

@@ -2,13 +2,16 @@
 #include "db/Error.h"
 #include "support/BaseDePrueba.h"
 #include "support/Prueba.h"
+#include "ui/Avance.h"
 #include "ui/Grilla.h"
 
+#include <QClipboard>
 #include <QFile>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTabWidget>
@@ -276,6 +279,33 @@ private slots:
         QCOMPARE(archivo.readAll(), QByteArray("\xEF\xBB\xBFNombre\r\nÑandú\r\n"));
         base->guion.esperarDestino(QStringLiteral("Exportar"), std::nullopt);
         v->exportar(grilla);
+        v->copiar(grilla, false);
+        QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("Nombre\nÑandú"));
+    }
+
+    void loLargoSeCancela()
+    {
+        ficha *v = abrir(QStringLiteral("ficha"));
+        ui::Avance avance(v, QStringLiteral("Exportando..."), 1000);
+        QVERIFY(avance.paso());
+        v->findChild<QProgressDialog *>()->cancel();
+        QVERIFY(!avance.paso());
+        QVERIFY(avance.cancelado());
+    }
+
+    void loQueFallaAlExportarSeDice()
+    {
+        ficha *v = abrir(QStringLiteral("ficha"));
+        ui::Grilla grilla(QStringLiteral("g"), QStringLiteral("|Nombre"));
+        grilla.modelo().setAlRecorrer([](bool empieza) {
+            if (empieza)
+                throw db::Error(db::Error::Kind::Busy, 5, QStringLiteral("Otra terminal."));
+        });
+        const QString destino = base->carpetaPrograma() + QStringLiteral("/otra.csv");
+        base->guion.esperarDestino(QStringLiteral("Exportar"), destino);
+        base->guion.esperarMensaje(base::titulo::error, QStringLiteral("Otra terminal."));
+        v->exportar(grilla);
+        QVERIFY(!QFile::exists(destino));
     }
 };
 

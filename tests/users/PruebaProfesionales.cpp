@@ -70,7 +70,7 @@ private slots:
         QVERIFY(nueva.columnas.value("accesocaja").toBool() && !nueva.columnas.value("aplicaraturnos").toBool());
         QVERIFY(!nueva.columnas.value("administrador").toBool());
         const auto id = guardarUsuario(
-            c,
+            base,
             editar(
                 c,
                 0,
@@ -87,13 +87,13 @@ private slots:
         // a change writes what was changed and nothing else, least of all the password
         c.execute("UPDATE [Lista Doctores] SET Teltempo = 'x', Tel = 'de otra terminal' WHERE id = ?", {*id});
         const QString huella = base.clave(*id);
-        QCOMPARE(*guardarUsuario(c, editar(c, *id, {{"Locali", "Rosario"}, {"accesocaja", true}})), *id);
+        QCOMPARE(*guardarUsuario(base, editar(c, *id, {{"Locali", "Rosario"}, {"accesocaja", true}})), *id);
         QCOMPARE(base.clave(*id), huella);
         QCOMPARE(
             base.columna(*id, "Locali") + base.columna(*id, "Teltempo") + base.columna(*id, "Tel"),
             QString("Rosarioxde otra terminal"));
         // taken away
-        QVERIFY(guardarUsuario(c, editar(c, *id, {}, QString())));
+        QVERIFY(guardarUsuario(base, editar(c, *id, {}, QString())));
         QVERIFY(!leerUsuario(c, *id)->tieneClave && identificar(base, *id, ""));
     }
 
@@ -150,7 +150,7 @@ private slots:
             const UsuarioEditado usuario = editar(c, id, cambios, clave == "-" ? std::nullopt : std::optional(clave));
             c.execute("DELETE FROM [Lista Doctores] WHERE id = ?", {otraIda});
             const QString antes = base.valor("SELECT COUNT(*) FROM [Lista Doctores]");
-            const auto guardado = guardarUsuario(c, usuario);
+            const auto guardado = guardarUsuario(base, usuario);
             QCOMPARE(bool(guardado), texto.isEmpty());
             if (!guardado) {
                 const QString titulo = texto == repetida ? base::titulo::atencion : base::titulo::aviso;

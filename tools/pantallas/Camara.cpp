@@ -2,8 +2,8 @@
 
 #include <QApplication>
 #include <QPainter>
-#include <QPropertyAnimation>
 #include <QPainterPath>
+#include <QPropertyAnimation>
 
 #include <algorithm>
 

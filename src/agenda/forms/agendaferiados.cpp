@@ -165,21 +165,25 @@ QVector<int> agendaferiados::paraQuienes() const
 void agendaferiados::proponer()
 {
     const QVector<int> doctores = paraQuienes();
-    lista->clear();
+    QList<QTreeWidgetItem *> renglones;
     for (const PropuestaFeriado &propuesta : proponerFeriados(conexion(), doctores, anio->value())) {
-        auto *renglon = new QTreeWidgetItem(
-            lista,
-            {base::fechaTexto(propuesta.fecha),
-             nombreDia(base::diaSemana(propuesta.fecha) - 1),
-             propuesta.nombre,
-             propuesta.clase,
-             estadoDe(propuesta, doctores.size())});
+        auto *renglon = new QTreeWidgetItem(QStringList{
+            base::fechaTexto(propuesta.fecha),
+            nombreDia(base::diaSemana(propuesta.fecha) - 1),
+            propuesta.nombre,
+            propuesta.clase,
+            estadoDe(propuesta, doctores.size())});
         renglon->setData(0, Qt::UserRole, propuesta.fecha);
         const bool esta = propuesta.yaEstan == doctores.size();
         const bool paso = propuesta.fecha < entorno().clock().today();
         renglon->setCheckState(0, esta || paso ? Qt::Unchecked : Qt::Checked);
         renglon->setDisabled(esta);
+        renglones.append(renglon);
     }
+    lista->clear();
+    lista->addTopLevelItems(renglones);
+    // The view would paint anew only the columns whose width changed, and leave the dates of the former year.
+    lista->viewport()->update();
     if (lista->topLevelItemCount() > 0)
         lista->setCurrentItem(lista->topLevelItem(0));
 }

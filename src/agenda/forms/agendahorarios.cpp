@@ -196,21 +196,24 @@ void agendahorarios::elegirRenglon(int id)
     listaplantillas->setCurrentRow(-1);
 }
 
+void agendahorarios::llenarLista(int elegida)
+{
+    const QSignalBlocker calla(listaplantillas);
+    listaplantillas->clear();
+    m_plantillas = listarPlantillas(conexion(), m_doctor);
+    for (const PlantillaListada &plantilla : m_plantillas) {
+        auto *renglon = new QListWidgetItem(plantilla.texto, listaplantillas);
+        renglon->setData(Qt::UserRole, plantilla.id);
+    }
+    if (elegida == ultima)
+        listaplantillas->setCurrentRow(listaplantillas->count() - 1);
+    else
+        elegirRenglon(elegida);
+}
+
 void agendahorarios::listar(int elegida)
 {
-    {
-        const QSignalBlocker calla(listaplantillas);
-        listaplantillas->clear();
-        m_plantillas = listarPlantillas(conexion(), m_doctor);
-        for (const PlantillaListada &plantilla : m_plantillas) {
-            auto *renglon = new QListWidgetItem(plantilla.texto, listaplantillas);
-            renglon->setData(Qt::UserRole, plantilla.id);
-        }
-        if (elegida == ultima)
-            listaplantillas->setCurrentRow(listaplantillas->count() - 1);
-        else
-            elegirRenglon(elegida);
-    }
+    llenarLista(elegida);
     cambiarDePlantilla();
 }
 
@@ -296,9 +299,16 @@ void agendahorarios::save()
                     hora->objectName()});
                 return;
             }
-    const auto id = guardarPlantilla(conexion(), leer(), fechadesde->text(), fechahasta->text());
+    const auto id = guardarPlantilla(entorno(), leer(), fechadesde->text(), fechahasta->text());
     if (!id) {
         aceptado(id.rechazo());
+        if (m_mostrada.id != 0 && !leerPlantilla(conexion(), m_mostrada.id)) {
+            // Deleted at another station: what is typed stays, and can be stored as a new one.
+            m_mostrada.id = 0;
+            llenarLista(0);
+            eliminar->setEnabled(false);
+            dibujar();
+        }
         return;
     }
     listar(*id);

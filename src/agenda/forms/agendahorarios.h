@@ -87,6 +87,7 @@ private:
     /// Lists the templates and shows the one of that `id`; 0: an empty one.
     void listar(int elegida);
     void elegirRenglon(int id);
+    void llenarLista(int elegida);
     /// True when nothing typed would be lost, or the person lets it go.
     [[nodiscard]] bool descartar();
     void listarDias();

@@ -128,6 +128,11 @@ bool accesored::preparar(const ui::Pedido &)
             ? QString()
             : tr("Esta versión del programa todavía no se conecta a SQL Server: los datos se pueden "
                  "dejar anotados, pero no habrá base de datos con la que trabajar."));
+    // Its room is kept while it is hidden: the frame around the window does not grow with it.
+    QSizePolicy lugar = nota->sizePolicy();
+    lugar.setRetainSizeWhenHidden(!nota->text().isEmpty());
+    nota->setSizePolicy(lugar);
+    nota->setMinimumHeight(nota->text().isEmpty() ? 0 : nota->fontMetrics().lineSpacing() * 2 + 4);
     m_guardada = m_red->rutaGuardada();
     mostrar(m_guardada);
     return true;

@@ -26,22 +26,22 @@ public:
     bool preparar(const ui::Pedido &pedido) override;
     [[nodiscard]] bool hayCambios() const override;
 
-    QRadioButton *modoaccess;
-    QRadioButton *modoservidor;
-    QRadioButton *local;
-    QRadioButton *otra;
-    QLineEdit *carpeta;
-    QPushButton *examinar;
-    QGroupBox *datosservidor;
-    QLineEdit *servidor;
-    QLineEdit *instancia;
-    QLineEdit *usuario;
-    QLineEdit *clave;
-    QLabel *nota; ///< what this version cannot do
-    QLabel *resultado; ///< of `probar`
-    QPushButton *probar;
-    QPushButton *guardar;
-    QPushButton *cancelar;
+    QRadioButton *modoaccess = nullptr;
+    QRadioButton *modoservidor = nullptr;
+    QRadioButton *local = nullptr;
+    QRadioButton *otra = nullptr;
+    QLineEdit *carpeta = nullptr;
+    QPushButton *examinar = nullptr;
+    QGroupBox *datosservidor = nullptr;
+    QLineEdit *servidor = nullptr;
+    QLineEdit *instancia = nullptr;
+    QLineEdit *usuario = nullptr;
+    QLineEdit *clave = nullptr;
+    QLabel *nota = nullptr; ///< what this version cannot do
+    QLabel *resultado = nullptr; ///< of `probar`
+    QPushButton *probar = nullptr;
+    QPushButton *guardar = nullptr;
+    QPushButton *cancelar = nullptr;
 
 private:
     void armar();

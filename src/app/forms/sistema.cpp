@@ -147,8 +147,10 @@ void sistema::actualizarBarra()
                 ? tr("Base de datos en el servidor")
                 : tr("Base de datos: %1").arg(QDir::toNativeSeparators(m_entorno.carpetaDatos()));
         });
+    if (!m_comprobador.baseLista())
+        m_mensajeNuevo->hide();
     m_base->setToolTip(base);
-    m_base->setText(m_base->fontMetrics().elidedText(base, Qt::ElideMiddle, 420));
+    m_base->setText(m_base->fontMetrics().elidedText(base, Qt::ElideMiddle, 360));
     m_fecha->setText(QLocale().toString(m_entorno.clock().today(), QStringLiteral("dddd dd/MM/yyyy")));
 }
 
@@ -280,6 +282,8 @@ void sistema::cambioDeBase()
     m_fallaDicha = !m_comprobador.baseLista();
     m_iniciada = false;
     m_mensajeNuevo->hide();
+    if (m_respaldo)
+        m_respaldo->detener(); // it was copying the former one
     iniciarSesion();
 }
 

@@ -3,6 +3,8 @@
 #include "db/Error.h"
 #include "db/engine/Ddl.h"
 #include "db/engine/Key.h"
+#include "db/engine/SearchIndex.h"
+#include "db/engine/SearchTables.h"
 #include "db/sql/Functions.h"
 
 #include <QFile>
@@ -288,8 +290,24 @@ int EmbeddedEngine::executeNative(const QByteArray &sql, const Params &params)
         code = sqlite3_step(statement);
     if (code != SQLITE_DONE)
         fail(code, sql);
-    return int(sqlite3_total_changes64(m_database) - before);
+    // The total tells whether this statement changed anything, but counts what triggers wrote too.
+    return sqlite3_total_changes64(m_database) == before ? 0 : int(sqlite3_changes64(m_database));
 }
+
+void EmbeddedEngine::walkNative(
+    const QByteArray &sql, const Params &params, const std::function<void(sqlite3_stmt *)> &row)
+{
+    sqlite3_stmt *statement = prepare(sql);
+    const InUse guard(statement);
+    bind(statement, params);
+    int code = SQLITE_ROW;
+    while ((code = sqlite3_step(statement)) == SQLITE_ROW)
+        row(statement);
+    if (code != SQLITE_DONE)
+        fail(code, sql);
+}
+
+bool EmbeddedEngine::inTransaction() const { return !sqlite3_get_autocommit(m_database); }
 
 qint64 EmbeddedEngine::insertedId() { return sqlite3_last_insert_rowid(m_database); }
 
@@ -311,7 +329,9 @@ void EmbeddedEngine::rollback()
 QStringList EmbeddedEngine::tableNames()
 {
     const Rows rows = queryNative(
-        "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite[_]%' ORDER BY rowid", {});
+        "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite[_]%'"
+        " AND name NOT LIKE 'motor[_]%' ORDER BY rowid",
+        {});
     QStringList names;
     for (int r = 0; r < rows->rowCount(); ++r)
         names << rows->text(r, 0);
@@ -332,11 +352,41 @@ void EmbeddedEngine::createTable(const Table &table)
 {
     for (const QByteArray &statement : ddl::createTable(table))
         executeNative(statement, {});
+    prepareSearch(table);
 }
 
 void EmbeddedEngine::addColumn(const QString &table, const Column &column)
 {
     executeNative(ddl::addColumn(table, column), {});
+}
+
+Rows EmbeddedEngine::search(const QString &table, const Conditions &conditions, const QStringList &columns)
+{
+    std::unique_ptr<SearchIndex> &index = m_searches[table];
+    if (!index)
+        index = std::make_unique<SearchIndex>(*this, table);
+    return index->search(conditions, columns);
+}
+
+void EmbeddedEngine::prepareSearch(const Table &table)
+{
+    if (!table.search || readOnly() || searchtables::current(*this, table.name, *table.search))
+        return;
+    // The caller's transaction, or one of its own.
+    const bool own = !inTransaction();
+    if (own)
+        begin();
+    try {
+        // Another station may have been quicker.
+        if (!own || !searchtables::current(*this, table.name, *table.search))
+            searchtables::build(*this, table.name, *table.search);
+        if (own)
+            commit();
+    } catch (const Error &) {
+        if (own)
+            rollback();
+        throw;
+    }
 }
 
 bool EmbeddedEngine::moved() const

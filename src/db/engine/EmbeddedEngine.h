@@ -6,11 +6,14 @@
 #include <QHash>
 
 #include <list>
+#include <map>
 
 struct sqlite3;
 struct sqlite3_stmt;
 
 namespace db {
+
+class SearchIndex;
 
 /// Makes a new, empty database file in the format of the embedded engine. Throws db::Error when the file exists or
 /// cannot be written.
@@ -46,6 +49,8 @@ public:
     [[nodiscard]] QVector<Column> columns(const QString &table) override;
     void createTable(const Table &table) override;
     void addColumn(const QString &table, const Column &column) override;
+    [[nodiscard]] Rows search(const QString &table, const Conditions &conditions, const QStringList &columns) override;
+    void prepareSearch(const Table &table) override;
     [[nodiscard]] bool moved() const override;
     [[nodiscard]] bool readOnly() const override;
     [[nodiscard]] std::optional<EmbeddedFile> embeddedFile() const override { return m_file; }
@@ -54,6 +59,9 @@ public:
     /// The same with text in the engine's own SQL, for what stands above another dialect.
     [[nodiscard]] Rows queryNative(const QByteArray &sql, const Params &params);
     int executeNative(const QByteArray &sql, const Params &params);
+    /// Walks through a result too long to be held whole.
+    void walkNative(const QByteArray &sql, const Params &params, const std::function<void(sqlite3_stmt *)> &row);
+    [[nodiscard]] bool inTransaction() const;
 
     /// The raw handle, for measurements and the online copy.
     [[nodiscard]] sqlite3 *handle() const { return m_database; }
@@ -76,6 +84,7 @@ private:
     std::list<Prepared> m_statements; ///< most recently used first
     QHash<QByteArray, std::list<Prepared>::iterator> m_byText;
     QHash<QString, sql::Translated> m_translations;
+    std::map<QString, std::unique_ptr<SearchIndex>> m_searches; ///< by table
 };
 
 } // namespace db

@@ -1,24 +1,25 @@
 #pragma once
 
-#include "patients/BusquedaPacientes.h"
+#include "patients/ListaPacientes.h"
 #include "ui/Ventana.h"
 
-#include <QHash>
-
+class QComboBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
+class QRadioButton;
 class QTimer;
 
 namespace ui {
+class CampoFecha;
 class Grilla;
-}
+} // namespace ui
 
 namespace patients {
 
-/// Finds a patient for whoever needs one. Opened with {"modo": 1..4}: 1 shows the patient's file, 2 gives it to the
-/// booking, 3 to the search of its appointments, 4 to a payment. Modes 2 to 4 finish with {"nrohc": int, "nombre":
-/// "Apellido, Nombres"}.
+/// Finds a patient for whoever needs one. Opened with {"modo": 1..4} and, as first filters, "apellido" and "nombres":
+/// mode 1 shows the patient's file, 2 gives it to the booking, 3 shows its appointments (window `resulbusque`), 4 gives
+/// it to a payment. Finishes with {"nrohc": int, "nombre": "Apellido, Nombres"}.
 class elecpaci : public ui::Ventana
 {
     Q_OBJECT
@@ -31,11 +32,42 @@ public:
     [[nodiscard]] QString ayuda() const override;
 
     QLabel *etiqueta; ///< what the patient is wanted for
+    QRadioButton *opcionredu;
+    QRadioButton *opcionampli;
+
+    QWidget *panelredu;
     QLineEdit *apellidoredu;
     QLineEdit *nombresredu;
+
+    QWidget *panelampli;
+    QLineEdit *numehistoria;
+    QLineEdit *apellido;
+    QLineEdit *apellido2;
+    QLineEdit *nombres;
+    QLineEdit *dni;
+    QLineEdit *telpar;
+    QLineEdit *nroos;
+    ui::CampoFecha *fecnac;
+    QComboBox *sexo;
+    QLineEdit *edad1;
+    QLineEdit *edad2;
+    QComboBox *ciudad;
+    QComboBox *provincia;
+    QRadioButton *todascober;
+    QRadioButton *sicober;
+    QRadioButton *nocober;
+    QRadioButton *nosabecober;
+    QComboBox *coberfiltro;
+    QRadioButton *activos;
+    QRadioButton *inactivos;
+    QRadioButton *todos;
+
     ui::Grilla *listapaci;
     QLabel *cantidad;
+    QPushButton *limpiar;
+    QPushButton *exportarlista;
     QPushButton *nuevo;
+    QPushButton *eliminar;
     QPushButton *aceptar;
     QPushButton *cancelar;
 
@@ -44,16 +76,34 @@ protected:
     bool eventFilter(QObject *objeto, QEvent *event) override;
 
 private:
+    void construir();
+    QWidget *panelReducido();
+    QWidget *panelAmplio();
+    void conectar();
+    void prepararLista();
+    void cargarListas();
+
+    [[nodiscard]] FiltroPacientes filtro() const;
+    void vaciar();
+    void cambiarForma();
     void buscar();
+    void buscarAlEscribir();
+    void ordenarPor(int columna);
     void elegir();
     void crear();
+    void borrar();
     void irALista();
-    [[nodiscard]] QString saldo(const db::ResultSet &filas, int fila);
+    [[nodiscard]] bool enFiltro() const;
+    bool teclaDeFiltro(int tecla);
+    bool teclaDeLista(const QKeyEvent &event);
 
     int m_modo = 1;
-    bool m_porSaldo = false; ///< ordered by balance: then all of them are read, not only those looked at
+    ListaPacientes m_lista;
+    FiltroPacientes m_buscado; ///< the list's
+    ColumnaPaciente m_orden = ColNombre; ///< what the person chose to order by
+    bool m_vaciando = false;
     QTimer *m_pausa;
-    QHash<qint64, QString> m_saldos; ///< by patient, of the rows looked at since the last search
+    QPointer<QLineEdit> m_ultimo; ///< the field typed in last
 };
 
 } // namespace patients

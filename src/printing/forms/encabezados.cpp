@@ -3,6 +3,7 @@
 #include "base/Clock.h"
 #include "db/Config.h"
 #include "db/Entorno.h"
+#include "db/ListaDoctores.h"
 #include "printing/Documento.h"
 #include "printing/ImagenEncabezado.h"
 #include "printing/forms/Ver.h"
@@ -27,11 +28,10 @@ encabezados::encabezados(db::Entorno &entorno, ui::Ventanas &ventanas)
 
 bool encabezados::preparar(const ui::Pedido &pedido)
 {
-    const Permiso permiso
-        = pedido.datos.value(QStringLiteral("autorizado")).toBool() ? Permiso::Administrador : Permiso::DelUsuario;
-    if (!aceptado(controlarEncabezados(entorno(), permiso)))
+    const int administrador = pedido.datos.value(QStringLiteral("administrador")).toInt();
+    if (!aceptado(db::controlarConfiguracion(entorno(), administrador)))
         return false;
-    m_permiso = permiso;
+    m_administrador = administrador;
     const PlantillasEncabezado leidas = leerPlantillas(conexion());
     encabezadogeneral->setHtml(leidas.general);
     encabezadopaciente->setHtml(leidas.paciente);
@@ -86,7 +86,7 @@ void encabezados::insertarImagen()
         tr("Insertar Imagen"),
         QStringLiteral("C:"),
         QStringLiteral("Imagen *.jpg (*.jpg);;Imagen *.bmp (*.bmp);;Todas las imágenes. (*.jpg *.bmp)"));
-    if (!archivo || !aceptado(ponerImagen(entorno(), *archivo, m_permiso)))
+    if (!archivo || !aceptado(ponerImagen(entorno(), *archivo, m_administrador)))
         return;
     encabezadoimagen->setChecked(true);
     mostrarImagen();
@@ -94,7 +94,7 @@ void encabezados::insertarImagen()
 
 void encabezados::borrarImagen()
 {
-    const auto quitada = quitarImagen(entorno(), m_permiso);
+    const auto quitada = quitarImagen(entorno(), m_administrador);
     if (!quitada)
         aceptado(quitada.rechazo());
     else if (*quitada)
@@ -128,7 +128,7 @@ void encabezados::mostrarMuestra()
 void encabezados::save()
 {
     const PlantillasEncabezado nuevas = escritas();
-    if (!aceptado(guardarPlantillas(entorno(), nuevas, m_permiso)))
+    if (!aceptado(guardarPlantillas(entorno(), nuevas, m_administrador)))
         return;
     m_guardadas = nuevas;
     terminar({});

@@ -51,7 +51,7 @@ private:
     void save();
     [[nodiscard]] PlantillasEncabezado escritas() const;
 
-    Permiso m_permiso = Permiso::DelUsuario;
+    int m_administrador = 0;
     PlantillasEncabezado m_guardadas; ///< as the editors give them back when nothing was typed
     bool m_hayImagen = false;
 };

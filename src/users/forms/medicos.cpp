@@ -57,7 +57,7 @@ medicos::medicos(db::Entorno &entorno, ui::Ventanas &ventanas)
         m_campos->control(QStringLiteral("NomDoc"))->setFocus();
     });
     alPulsar(eliminar, [this] {
-        if (!m_nadie && m_id != 0 && eliminarUsuario(this->entorno(), m_id)) {
+        if (!m_nadie && m_id != 0 && eliminarUsuario(this->entorno(), m_id, administrador())) {
             listar(this->entorno().usuarioActual());
             this->ventanas().refrescar();
         }
@@ -82,8 +82,12 @@ medicos::medicos(db::Entorno &entorno, ui::Ventanas &ventanas)
     });
 }
 
+int medicos::administrador() const { return datos().value(QStringLiteral("administrador")).toInt(); }
+
 bool medicos::preparar(const ui::Pedido &pedido)
 {
+    if (!aceptado(db::controlarConfiguracion(entorno(), administrador())))
+        return false;
     // Asked for again while something is being written: it stays.
     if (isVisible() && !descartar())
         return false;
@@ -252,7 +256,7 @@ void medicos::save()
     const auto id = [&] {
         QApplication::setOverrideCursor(Qt::WaitCursor); // a new password is compared with everybody's
         const auto soltar = qScopeGuard([] { QApplication::restoreOverrideCursor(); });
-        return guardarUsuario(conexion(), usuario);
+        return guardarUsuario(entorno(), usuario, administrador());
     }();
     if (!id) {
         aceptado(id.rechazo());

@@ -54,6 +54,8 @@ public:
     [[nodiscard]] ui::Campos &campos() { return *m_campos; }
 
 private:
+    /// `id` of the administrator whose password opened the settings; 0 for none.
+    [[nodiscard]] int administrador() const;
     void construir();
     QWidget *panelUsuarios();
     QWidget *panelNadie();

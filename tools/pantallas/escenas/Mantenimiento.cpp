@@ -1,6 +1,7 @@
 #include "Escenas.h"
 
 #include "Camara.h"
+#include "maintenance/forms/historial.h"
 
 #include <QComboBox>
 
@@ -31,6 +32,15 @@ void mantenerDesdeElAlta(Escena &e)
     e.pulsar(QStringLiteral("nuevopaci"), QStringLiteral("listacoberturar"));
 }
 
+void verHistorial(Escena &e)
+{
+    e.pulsar({}, QStringLiteral("menhistorial"));
+    auto *ventana = dynamic_cast<maintenance::historial *>(e.ventanas().buscar(QStringLiteral("historial")));
+    while (ventana && ventana->ocupada())
+        asentar();
+    e.elegir(QStringLiteral("historial"), QStringLiteral("lista"), 4, QStringLiteral("Agenda de Turnos"));
+}
+
 } // namespace
 
 std::vector<Pantalla> escenasDeMantenimiento()
@@ -44,6 +54,7 @@ std::vector<Pantalla> escenasDeMantenimiento()
              e.pulsar(mantenimiento, QStringLiteral("reemplazar"));
          }},
         {QStringLiteral("listamantenimiento"), mantenerDesdeElAlta},
+        {QStringLiteral("historial"), verHistorial},
     };
 }
 

@@ -21,6 +21,16 @@ void elegirPaciente(Escena &e)
     e.tecla(chooser, QStringLiteral("apellidoredu"), Qt::Key_Return);
 }
 
+void buscarEnTodo(Escena &e)
+{
+    e.pulsar({}, QStringLiteral("menpacientes"));
+    e.pulsar(chooser, QStringLiteral("opcionampli"));
+    e.pulsar(chooser, QStringLiteral("sicober"));
+    e.escribir(chooser, QStringLiteral("apellido"), QStringLiteral("gar"));
+    e.escribir(chooser, QStringLiteral("edad1"), QStringLiteral("18"));
+    e.tecla(chooser, QStringLiteral("edad1"), Qt::Key_Return);
+}
+
 /// The expanded form, on the way to entering a second time somebody who is in the register.
 void darDeAltaAmplia(Escena &e)
 {
@@ -69,6 +79,7 @@ std::vector<Pantalla> escenasDePacientes()
 {
     return {
         {chooser, elegirPaciente},
+        {QStringLiteral("elecpaci-amplia"), buscarEnTodo},
         {alta, darDeAlta},
         {QStringLiteral("nuevopaci-amplio"), darDeAltaAmplia},
     };
