@@ -203,6 +203,12 @@ void Ventanas::traerAlFrente(Ventana *ventana)
     }
     ventana->window()->raise();
     ventana->window()->activateWindow();
+    // A frame that was the active one already does not take the focus back by itself: keys would reach the menu.
+    QWidget *conFoco = QApplication::focusWidget();
+    if (conFoco != ventana && !ventana->isAncestorOf(conFoco)) {
+        QWidget *suyo = ventana->focusWidget();
+        (suyo ? suyo : ventana)->setFocus(Qt::ActiveWindowFocusReason);
+    }
 }
 
 } // namespace ui

@@ -175,6 +175,25 @@ private slots:
         QVERIFY(ventanas->cerrarTodas());
     }
 
+    // A window inside the frame that is the active one keeps the frame's menu from having the keys.
+    void alFrenteTieneElFoco()
+    {
+        QMainWindow marco;
+        auto *area = new QMdiArea;
+        auto *boton = new QPushButton;
+        marco.setCentralWidget(area);
+        marco.setMenuWidget(boton);
+        marco.show();
+        QVERIFY(QTest::qWaitForWindowActive(&marco));
+        ventanas->setArea(area);
+        ficha *v = abrir(QStringLiteral("ficha"));
+        v->apellido->setFocus();
+        boton->setFocus();
+        QVERIFY(boton->hasFocus());
+        QVERIFY(ventanas->activar(QStringLiteral("ficha")));
+        QVERIFY(v->apellido->hasFocus());
+    }
+
     void dialogoEsperaYDevuelve()
     {
         ficha *quien = abrir(QStringLiteral("ficha"));
