@@ -17,11 +17,6 @@ const QString fin = QStringLiteral(").mdb");
 int enLimites(int valor, int maximo, int inicial) { return valor >= 1 && valor <= maximo ? valor : inicial; }
 
 /// Also as another system writes it: the folder belongs to the computer that makes the copies.
-bool desdeLaRaiz(const QString &carpeta)
-{
-    return carpeta.startsWith(u'/') || carpeta.startsWith(u'\\') || (carpeta.size() > 2 && carpeta.at(1) == u':');
-}
-
 } // namespace
 
 AjustesRespaldo leerAjustes(db::Connection &conexion)
@@ -33,48 +28,6 @@ AjustesRespaldo leerAjustes(db::Connection &conexion)
         config.texto(u"backupcarpeta").trimmed(),
         enLimites(config.numero(u"backupcantidad"), A::cantidadMaxima, A::cantidadInicial),
         enLimites(config.numero(u"backuphoras"), A::horasMaxima, A::horasInicial)};
-}
-
-base::Control controlarAjustes(const AjustesRespaldo &ajustes)
-{
-    const QString carpeta = ajustes.carpeta.trimmed();
-    if (!carpeta.isEmpty() && !desdeLaRaiz(carpeta))
-        return base::Rechazo{
-            base::titulo::aviso,
-            QStringLiteral("Escriba la carpeta de los backups completa, desde la unidad o la raíz del disco."),
-            QStringLiteral("backupcarpeta")};
-    if (carpeta.size() > 250)
-        return base::Rechazo{
-            base::titulo::aviso,
-            QStringLiteral("La carpeta de los backups admite hasta 250 caracteres."),
-            QStringLiteral("backupcarpeta")};
-    const auto fuera = [](int valor, int maximo, const QString &que, const QString &campo) -> base::Control {
-        if (valor >= 1 && valor <= maximo)
-            return {};
-        return base::Rechazo{base::titulo::aviso, QStringLiteral("%1: de 1 a %2.").arg(que).arg(maximo), campo};
-    };
-    if (auto cantidad = fuera(
-            ajustes.cantidad,
-            AjustesRespaldo::cantidadMaxima,
-            QStringLiteral("Cantidad de backups que se guardan"),
-            QStringLiteral("backupcantidad")))
-        return cantidad;
-    return fuera(
-        ajustes.horas,
-        AjustesRespaldo::horasMaxima,
-        QStringLiteral("Horas entre un backup y el siguiente"),
-        QStringLiteral("backuphoras"));
-}
-
-void guardarAjustes(db::Connection &conexion, const AjustesRespaldo &ajustes)
-{
-    db::Transaction transaccion(conexion);
-    db::Config config(conexion);
-    config.guardar(u"hacerbackupautomatico", ajustes.activo);
-    config.guardar(u"backupcarpeta", ajustes.carpeta.trimmed());
-    config.guardar(u"backupcantidad", ajustes.cantidad);
-    config.guardar(u"backuphoras", ajustes.horas);
-    transaccion.commit();
 }
 
 QString carpetaRespaldo(const AjustesRespaldo &ajustes, const QString &carpetaPrograma)

@@ -32,12 +32,6 @@ struct AjustesRespaldo {
 
 /// Values outside their limits read as the initial ones. Throws db::Error.
 [[nodiscard]] AjustesRespaldo leerAjustes(db::Connection &conexion);
-/// Limits of the numbers, and a folder named from its root. Whether that folder can be used only the computer that
-/// makes the copies can tell. The fields are called as their columns.
-[[nodiscard]] base::Control controlarAjustes(const AjustesRespaldo &ajustes);
-/// Throws db::Error; to be called with settings that were controlled.
-void guardarAjustes(db::Connection &conexion, const AjustesRespaldo &ajustes);
-
 /// The folder of the copies, without a trailing separator.
 [[nodiscard]] QString carpetaRespaldo(const AjustesRespaldo &ajustes, const QString &carpetaPrograma);
 

@@ -281,6 +281,7 @@ void sistema::cambioDeBase()
 {
     m_fallaDicha = !m_comprobador.baseLista();
     m_iniciada = false;
+    m_faltaIngreso = true; // the other practice may ask who works here: at the next button
     m_mensajeNuevo->hide();
     if (m_respaldo)
         m_respaldo->detener(); // it was copying the former one
