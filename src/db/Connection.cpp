@@ -21,6 +21,11 @@ Rows Connection::query(const QString &sql, const Params &params) { return m_engi
 
 int Connection::execute(const QString &sql, const Params &params) { return m_engine->execute(sql, params); }
 
+int Connection::executeBatch(const QString &sql, const std::vector<Params> &rows)
+{
+    return m_engine->executeBatch(sql, rows);
+}
+
 qint64 Connection::insertedId() { return m_engine->insertedId(); }
 
 QStringList Connection::tableNames() { return m_engine->tableNames(); }

@@ -27,6 +27,8 @@ public:
     [[nodiscard]] Rows query(const QString &sql, const Params &params = {});
     /// Runs a statement; yields the number of rows changed.
     int execute(const QString &sql, const Params &params = {});
+    /// See Engine.
+    int executeBatch(const QString &sql, const std::vector<Params> &rows);
     [[nodiscard]] qint64 insertedId();
 
     [[nodiscard]] QStringList tableNames();

@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace db {
 
@@ -37,6 +38,9 @@ public:
     [[nodiscard]] virtual Rows query(const QString &sql, const Params &params) = 0;
     /// Rows changed; 0 for statements that change none.
     virtual int execute(const QString &sql, const Params &params) = 0;
+    /// The same statement once per row of parameters, with one preparation; yields the rows changed in all. Stops at
+    /// the first failure: for all or none, run it inside a transaction.
+    virtual int executeBatch(const QString &sql, const std::vector<Params> &rows);
     /// The counter value that the last INSERT of this connection gave.
     [[nodiscard]] virtual qint64 insertedId() = 0;
 

@@ -6,6 +6,14 @@
 
 namespace db {
 
+int Engine::executeBatch(const QString &sql, const std::vector<Params> &rows)
+{
+    int changed = 0;
+    for (const Params &row : rows)
+        changed += execute(sql, row);
+    return changed;
+}
+
 ConnectionString::ConnectionString(const QString &text)
 {
     for (const QString &part : text.split(u';')) {

@@ -25,7 +25,8 @@ public:
         Constraint,
         Corrupt,
         RowGone, ///< another station removed the row that was to be changed
-        Moved ///< the file was removed or replaced while open
+        Moved, ///< the file was removed or replaced while open
+        Lost ///< the server went away: what was not committed is undone
     };
 
     Error(Kind kind, int number, QString description);
