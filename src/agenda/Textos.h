@@ -12,13 +12,7 @@ inline constexpr QStringView derechoHorarios = u"accesoagendas";
 
 inline const QString textoPacienteEliminado = QStringLiteral("PACIENTE ELIMINADO DEL SISTEMA");
 
-/// Another station deleted the row that was to be changed.
-[[nodiscard]] inline base::Rechazo registroEliminado()
-{
-    return {
-        base::titulo::atencion,
-        QStringLiteral("Este Registro ya No existe, debe haber sido eliminado por otro usuario.")};
-}
+using base::registroEliminado;
 
 /// Another station deleted the patient.
 [[nodiscard]] inline base::Rechazo pacienteInexistente()
