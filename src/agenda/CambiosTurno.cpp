@@ -90,6 +90,9 @@ base::Control marcarLlegado(db::Entorno &entorno, qint64 id, bool llego)
     return cambiar(entorno, id, [&](db::Recordset &turno) -> base::Control {
         if (!llego && turno.flag(u"Atendido"))
             return atendidoNoPuedeFaltar();
+        // Marked once more, the hour at which he really came stays.
+        if (!llego || !turno.flag(u"llegado"))
+            turno.set(u"fechahorallegada", llego ? QVariant(entorno.clock().now()) : QVariant());
         turno.set(u"llegado", llego);
         // Another station may have taken a new payment while the question was open: only the one asked about goes.
         if (idcaja != 0 && turno.integer(u"idcaja") == idcaja) {

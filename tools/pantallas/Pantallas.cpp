@@ -20,6 +20,7 @@ std::vector<Pantalla> lista()
          {escenasDeSistema,
           escenasDeUsuarios,
           escenasDeAgenda,
+          escenasDeTodasLasAgendas,
           escenasDePacientes,
           escenasDeFichas,
           escenasDeMantenimiento})

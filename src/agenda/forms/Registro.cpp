@@ -8,6 +8,10 @@
 #include "agenda/forms/agendaobservacion.h"
 #include "agenda/forms/agendas.h"
 #include "agenda/forms/agendasnolabo.h"
+#include "agenda/forms/agendastodas.h"
+#include "agenda/forms/resulbusque.h"
+#include "agenda/forms/telefonomodif.h"
+#include "agenda/forms/telefonos.h"
 #include "ui/Registrar.h"
 
 namespace agenda {
@@ -28,6 +32,10 @@ void registrarVentanas(db::Entorno &entorno, ui::Ventanas &ventanas)
     ui::registrar<agendamodifturno>(entorno, ventanas, QStringLiteral("agendamodifturno"), ui::Modo::Dialogo);
     ui::registrar<agendamotivo>(entorno, ventanas, QStringLiteral("agendamotivo"), ui::Modo::Dialogo);
     ui::registrar<agendaobservacion>(entorno, ventanas, QStringLiteral("agendaobservacion"), ui::Modo::Dialogo);
+    ui::registrar<agendastodas>(entorno, ventanas, QStringLiteral("agendastodas"), ui::Modo::Marco);
+    ui::registrar<resulbusque>(entorno, ventanas, QStringLiteral("resulbusque"), ui::Modo::Marco);
+    ui::registrar<telefonos>(entorno, ventanas, QStringLiteral("telefonos"), ui::Modo::Marco);
+    ui::registrar<telefonomodif>(entorno, ventanas, QStringLiteral("telefonomodif"), ui::Modo::Dialogo);
 }
 
 QStringList ventanasDeDiasLibres()

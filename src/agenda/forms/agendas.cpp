@@ -4,6 +4,7 @@
 #include "agenda/CambiosTurno.h"
 #include "agenda/DetalleTurno.h"
 #include "agenda/forms/CalendarioMes.h"
+#include "agenda/forms/ColorTono.h"
 #include "base/Clock.h"
 #include "base/Fechas.h"
 #include "db/Entorno.h"
@@ -21,21 +22,6 @@
 #include <QToolButton>
 
 namespace agenda {
-
-namespace {
-
-QColor colorDe(Tono tono)
-{
-    switch (tono) {
-    case Tono::Atendido: return QColor(0xCF, 0xFB, 0xCF);
-    case Tono::Pasado: return QColor(0xE0, 0xE0, 0xE0);
-    case Tono::Sobreturno: return QColor(0xFF, 0xE6, 0xB8);
-    case Tono::Ninguno: break;
-    }
-    return {};
-}
-
-} // namespace
 
 agendas::agendas(db::Entorno &entorno, ui::Ventanas &ventanas)
     : Ventana(entorno, ventanas, QStringLiteral("agendas"), tr("Agenda de Turnos"))
