@@ -101,6 +101,18 @@ std::optional<Plantilla> elegirPlantilla(db::Connection &conexion, int iddoctor,
     return deFila(filas);
 }
 
+QVector<Plantilla> plantillasVigentes(db::Connection &conexion, const QString &cuales, QDate desde)
+{
+    db::Recordset filas(
+        conexion,
+        QStringLiteral("SELECT * FROM [Agenda Turnos Horarios] WHERE ") + cuales + QStringLiteral(" and fechahasta >= ")
+            + conexion.dialect().date(desde) + QStringLiteral(" ORDER BY id DESC"));
+    QVector<Plantilla> plantillas;
+    for (; !filas.eof(); filas.moveNext())
+        plantillas.append(deFila(filas));
+    return plantillas;
+}
+
 Plantilla plantillaNueva(db::Connection &conexion, int iddoctor)
 {
     Plantilla p;

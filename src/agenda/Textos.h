@@ -20,6 +20,12 @@ inline const QString textoPacienteEliminado = QStringLiteral("PACIENTE ELIMINADO
         QStringLiteral("Este Registro ya No existe, debe haber sido eliminado por otro usuario.")};
 }
 
+/// What was to be changed is a slot without an appointment.
+[[nodiscard]] inline base::Rechazo horarioBloqueado()
+{
+    return {base::titulo::atencion, QStringLiteral("El horario está bloqueado: no tiene un turno asignado.")};
+}
+
 /// Another station deleted the patient.
 [[nodiscard]] inline base::Rechazo pacienteInexistente()
 {
