@@ -8,11 +8,11 @@
 
 #include <QAction>
 #include <QComboBox>
-#include <QFrame>
 #include <QLabel>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QShortcut>
 #include <QTimer>
 #include <QToolButton>
@@ -129,7 +129,6 @@ QLayout *agendas::panelDetalle()
 {
     detalle = new QLabel(this);
     detalle->setObjectName(QStringLiteral("detalle"));
-    detalle->setFrameShape(QFrame::StyledPanel);
     detalle->setTextInteractionFlags(Qt::TextSelectableByMouse);
     detalle->setTextFormat(Qt::PlainText);
     detalle->setWordWrap(true);
@@ -141,13 +140,18 @@ QLayout *agendas::panelDetalle()
     detalleordenes->setReadOnly(true);
     detalleordenes->setTabChangesFocus(true);
     detalleordenes->hide();
-    // Six lines: an order whole, and the patient's facts with one of them in two lines.
-    const int alto = 6 * detalle->fontMetrics().lineSpacing() + 2 * ui::espacio + 4;
-    detalle->setFixedHeight(alto);
+    auto *marco = new QScrollArea(this);
+    marco->setWidget(detalle);
+    marco->setWidgetResizable(true);
+    marco->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    marco->setFocusPolicy(Qt::NoFocus);
+    // An order whole, and the patient's facts with two of them in two lines.
+    const int alto = 7 * detalle->fontMetrics().lineSpacing() + 2 * ui::espacio + 4;
+    marco->setFixedHeight(alto);
     detalleordenes->setFixedHeight(alto);
     auto *fila = new QHBoxLayout;
     fila->setSpacing(ui::espacio);
-    fila->addWidget(detalle, 5);
+    fila->addWidget(marco, 5);
     fila->addWidget(detalleordenes, 4);
     return fila;
 }
