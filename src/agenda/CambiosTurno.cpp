@@ -1,5 +1,6 @@
 #include "agenda/CambiosTurno.h"
 
+#include "agenda/DiasNoLaborables.h"
 #include "agenda/Reserva.h"
 #include "agenda/Sobreturnos.h"
 #include "agenda/Textos.h"
@@ -24,13 +25,17 @@ db::Recordset leer(db::Connection &conexion, qint64 id)
     return {conexion, QStringLiteral("SELECT * FROM [Agenda Turnos] WHERE id = ?"), {id}};
 }
 
-/// Who has the mark `aplicaraturnos` changes and deletes appointments of today and later only.
-base::Control controlarDia(db::Entorno &entorno, const db::Recordset &turno)
+/// Who has the mark `aplicaraturnos` works on the days from today on only.
+base::Control controlarDia(db::Entorno &entorno, QDate fecha)
 {
-    const bool pasado = turno.date(u"Fecha") < entorno.clock().today();
-    if (pasado && db::opcionUsuario(entorno, u"aplicaraturnos").toBool())
+    if (fecha < entorno.clock().today() && db::opcionUsuario(entorno, u"aplicaraturnos").toBool())
         return db::sinPermiso();
     return std::nullopt;
+}
+
+base::Control controlarDia(db::Entorno &entorno, const db::Recordset &turno)
+{
+    return controlarDia(entorno, turno.date(u"Fecha"));
 }
 
 /// Right, transaction, re-reading and writing that all changes of one row share. `cambio` sets columns of the row, or
@@ -44,7 +49,7 @@ base::Control cambiar(db::Entorno &entorno, qint64 id, const std::function<base:
     if (turno.isEmpty())
         return registroEliminado();
     if (turno.integer(u"NroHC") == nroBloqueado)
-        return atencion(QStringLiteral("El horario está bloqueado: no tiene un turno asignado."));
+        return horarioBloqueado();
     if (auto rechazo = controlarDia(entorno, turno))
         return rechazo;
     if (auto rechazo = cambio(turno))
@@ -136,6 +141,12 @@ base::Control mover(db::Entorno &entorno, qint64 id, const QDateTime &momento)
 {
     return cambiar(entorno, id, [&](db::Recordset &turno) -> base::Control {
         const int doctor = int(turno.integer(u"Doctor"));
+        if (turno.dateTime(u"Fecha") == momento)
+            return std::nullopt;
+        if (auto rechazo = controlarDia(entorno, momento.date()))
+            return rechazo;
+        if (auto rechazo = controlarDiaLaborable(entorno.conexion(), doctor, momento.date()))
+            return rechazo;
         if (controlarSobreturno(entorno.conexion(), doctor, momento, id) != Permiso::Permitido)
             return rechazoSobreturnos({momento}, false);
         turno.set(u"Fecha", momento);
@@ -181,6 +192,8 @@ base::Control bloquear(db::Entorno &entorno, int doctor, const QVector<QDateTime
     db::Connection &conexion = entorno.conexion();
     db::Transaction transaccion(conexion);
     for (const QDateTime &momento : libres) {
+        if (auto rechazo = controlarDia(entorno, momento.date()))
+            return rechazo;
         const QString fecha = conexion.dialect().dateTime(momento);
         const db::Rows ocupado = conexion.query(
             QStringLiteral("SELECT id FROM [Agenda Turnos] WHERE (Fecha = %1) And Doctor = ?").arg(fecha), {doctor});

@@ -13,8 +13,8 @@ class Entorno;
 namespace agenda {
 
 // Every change of an appointment checks the right of the person working, re-reads the row by its `id` and refuses when
-// another station deleted it. Whose mark `aplicaraturnos` is set has the right for appointments of today and later
-// only. Nothing is written on a refusal.
+// another station deleted it. Whose mark `aplicaraturnos` is set has the right for days from today on only: such an
+// appointment is not moved to a day that is over either, nor is one blocked. Nothing is written on a refusal.
 
 /// Marks as arrived or absent. An attended one cannot become absent. With payments in the cash register the person is
 /// asked whether the movement of this appointment goes too.
@@ -24,7 +24,8 @@ namespace agenda {
 [[nodiscard]] base::Control cambiarObservaciones(db::Entorno &entorno, qint64 id, const QString &texto);
 /// `motivo` is an `id` of [Lista Motivos Consulta], 0 for none.
 [[nodiscard]] base::Control cambiarMotivo(db::Entorno &entorno, qint64 id, int motivo);
-/// Gives the appointment another day and hour with the same professional, within the overbooking limits.
+/// Gives the appointment another day and hour with the same professional: a day on which he attends, within the
+/// overbooking limits. Onto its own moment it changes nothing.
 [[nodiscard]] base::Control mover(db::Entorno &entorno, qint64 id, const QDateTime &momento);
 
 /// Deletes appointments or blocked slots after asking, all of them or, when one is gone already, none. An empty result

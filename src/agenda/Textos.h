@@ -14,6 +14,12 @@ inline const QString textoPacienteEliminado = QStringLiteral("PACIENTE ELIMINADO
 
 using base::registroEliminado;
 
+/// What was to be changed is a slot without an appointment.
+[[nodiscard]] inline base::Rechazo horarioBloqueado()
+{
+    return {base::titulo::atencion, QStringLiteral("El horario está bloqueado: no tiene un turno asignado.")};
+}
+
 /// Another station deleted the patient.
 [[nodiscard]] inline base::Rechazo pacienteInexistente()
 {

@@ -2,6 +2,7 @@
 #include "agenda/DiasNoLaborables.h"
 #include "agenda/forms/CalendarioMes.h"
 #include "agenda/forms/CampoHora.h"
+#include "agenda/forms/GrillaTurnos.h"
 #include "agenda/forms/Registro.h"
 #include "agenda/forms/agendahorarios.h"
 #include "agenda/forms/agendamodifturno.h"

@@ -2,10 +2,12 @@
 
 #include "agenda/forms/agendaferiados.h"
 #include "agenda/forms/agendahorarios.h"
+#include "agenda/forms/agendalibres.h"
 #include "agenda/forms/agendamodifturno.h"
 #include "agenda/forms/agendamotivo.h"
 #include "agenda/forms/agendanuevoturno.h"
 #include "agenda/forms/agendaobservacion.h"
+#include "agenda/forms/agendaordenes.h"
 #include "agenda/forms/agendas.h"
 #include "agenda/forms/agendasnolabo.h"
 #include "agenda/forms/agendastodas.h"
@@ -36,6 +38,8 @@ void registrarVentanas(db::Entorno &entorno, ui::Ventanas &ventanas)
     ui::registrar<resulbusque>(entorno, ventanas, QStringLiteral("resulbusque"), ui::Modo::Marco);
     ui::registrar<telefonos>(entorno, ventanas, QStringLiteral("telefonos"), ui::Modo::Marco);
     ui::registrar<telefonomodif>(entorno, ventanas, QStringLiteral("telefonomodif"), ui::Modo::Dialogo);
+    ui::registrar<agendalibres>(entorno, ventanas, QStringLiteral("agendalibres"), ui::Modo::Dialogo);
+    ui::registrar<agendaordenes>(entorno, ventanas, QStringLiteral("agendaordenes"), ui::Modo::Dialogo);
 }
 
 QStringList ventanasDeDiasLibres()
