@@ -20,6 +20,7 @@ std::vector<Pantalla> lista()
          {escenasDeSistema,
           escenasDeUsuarios,
           escenasDeAgenda,
+          escenasDeReservas,
           escenasDePacientes,
           escenasDeFichas,
           escenasDeMantenimiento})

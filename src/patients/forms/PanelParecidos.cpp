@@ -1,6 +1,7 @@
 #include "patients/forms/PanelParecidos.h"
 
 #include "base/Fechas.h"
+#include "db/Error.h"
 #include "ui/Botones.h"
 #include "ui/Estilo.h"
 #include "ui/Grilla.h"
@@ -50,6 +51,17 @@ void PanelParecidos::mostrar(const std::vector<Parecido> &hallados)
     if (parecidos->filaActual() < 0)
         parecidos->elegirFila(0);
     setVisible(!hallados.empty());
+}
+
+bool PanelParecidos::buscar(db::Connection &conexion, const Conocido &conocido)
+{
+    const bool estaba = !isHidden();
+    try {
+        mostrar(buscarParecidos(conexion, conocido));
+    } catch (const db::Error &) {
+        mostrar({});
+    }
+    return estaba == isHidden();
 }
 
 void PanelParecidos::elegir()
