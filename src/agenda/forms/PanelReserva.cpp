@@ -175,13 +175,13 @@ void PanelReserva::construir()
     listaturnos->setItemDelegate(new ConDiaDeSemana(listaturnos));
     listaturnos->setMinimumHeight(6 * fontMetrics().lineSpacing());
     agregarturno
-        = ui::boton(this, QStringLiteral("agregarturno"), tr("Agregar t&urno..."), QStringLiteral("view-calendar-day"));
+        = ui::boton(this, QStringLiteral("agregarturno"), tr("Agrega&r turno..."), QStringLiteral("view-calendar-day"));
     quitarturno = ui::boton(this, QStringLiteral("quitarturno"), tr("&Quitar"), QStringLiteral("list-remove"));
     nuevoturno = new QLineEdit(this);
     nuevoturno->setObjectName(QStringLiteral("nuevoturno"));
     nuevoturno->setPlaceholderText(tr("dd/mm/aaaa hh:mm"));
     nuevoturno->setMinimumWidth(fontMetrics().horizontalAdvance(nuevoturno->placeholderText()) + 30);
-    agregarescrito = ui::boton(this, QStringLiteral("agregarescrito"), tr("Ag&regar"), QStringLiteral("list-add"));
+    agregarescrito = ui::boton(this, QStringLiteral("agregarescrito"), tr("Agregar"), QStringLiteral("list-add"));
     observacionestur = new QPlainTextEdit(this);
     observacionestur->setObjectName(QStringLiteral("observacionestur"));
     observacionestur->setTabChangesFocus(true);

@@ -19,7 +19,7 @@ PanelParecidos::PanelParecidos(QWidget *parent)
           QStringLiteral(
               "|<Paciente                      |^Documento    |^Nacimiento   |<Por qué se muestra           ")))
     , usarparecido(
-          ui::boton(this, QStringLiteral("usarparecido"), tr("Es &este paciente"), QStringLiteral("checkmark")))
+          ui::boton(this, QStringLiteral("usarparecido"), tr("Es este pac&iente"), QStringLiteral("checkmark")))
 {
     setFrameShape(QFrame::StyledPanel);
     auto *rotulo = new QLabel(tr("¿No será uno de estos pacientes, que ya están cargados?"), this);
