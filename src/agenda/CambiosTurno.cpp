@@ -154,6 +154,37 @@ base::Control mover(db::Entorno &entorno, qint64 id, const QDateTime &momento)
     });
 }
 
+base::Control modificar(db::Entorno &entorno, qint64 id, const CambioTurno &cambio)
+{
+    return cambiar(entorno, id, [&](db::Recordset &turno) -> base::Control {
+        if (cambio.fecha) {
+            const int doctor = int(turno.integer(u"Doctor"));
+            if (auto rechazo = controlarDiaLaborable(entorno.conexion(), doctor, cambio.fecha->date())) {
+                rechazo->campo = QStringLiteral("fechadia");
+                return rechazo;
+            }
+            if (controlarSobreturno(entorno.conexion(), doctor, *cambio.fecha, id) != Permiso::Permitido) {
+                base::Rechazo rechazo = rechazoSobreturnos({*cambio.fecha}, false);
+                rechazo.campo = QStringLiteral("listahoras");
+                return rechazo;
+            }
+            turno.set(u"Fecha", *cambio.fecha);
+        }
+        if (cambio.motivo) {
+            if (*cambio.motivo == 0 && db::Config(entorno.conexion()).bandera(u"forzarmotivo")) {
+                return base::Rechazo{
+                    base::titulo::aviso,
+                    QStringLiteral("Debe indicar el motivo de la consulta."),
+                    QStringLiteral("motivo")};
+            }
+            turno.set(u"motivo", *cambio.motivo);
+        }
+        if (cambio.observacionestur)
+            turno.set(u"observacionestur", cambio.observacionestur->trimmed());
+        return std::nullopt;
+    });
+}
+
 base::Resultado<int> liberar(db::Entorno &entorno, const QVector<qint64> &ids)
 {
     if (auto sinDerecho = db::controlarDerecho(entorno, u"accesoeliminarturnos"))

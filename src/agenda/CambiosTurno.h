@@ -6,6 +6,8 @@
 #include <QString>
 #include <QVector>
 
+#include <optional>
+
 namespace db {
 class Entorno;
 }
@@ -27,6 +29,16 @@ namespace agenda {
 /// Gives the appointment another day and hour with the same professional: a day on which he attends, within the
 /// overbooking limits. Onto its own moment it changes nothing.
 [[nodiscard]] base::Control mover(db::Entorno &entorno, qint64 id, const QDateTime &momento);
+
+/// What changes of an appointment; what is absent stays as another station may have left it meanwhile.
+struct CambioTurno {
+    std::optional<QDateTime> fecha = {}; ///< another day and hour
+    std::optional<int> motivo = {};
+    std::optional<QString> observacionestur = {};
+};
+/// All of it or none. A new day must be a working day and lie within the overbooking limits; a reason may not be taken
+/// away where one is required. Fields: `fechadia`, `listahoras`, `motivo`.
+[[nodiscard]] base::Control modificar(db::Entorno &entorno, qint64 id, const CambioTurno &cambio);
 
 /// Deletes appointments or blocked slots after asking, all of them or, when one is gone already, none. An empty result
 /// without refusal: the person said no. Yields how many were deleted.

@@ -9,6 +9,7 @@
 #include "agenda/forms/agendanuevoturno.h"
 #include "agenda/forms/agendaobservacion.h"
 #include "agenda/forms/agendas.h"
+#include "patients/forms/CampoPaciente.h"
 #include "support/Prueba.h"
 #include "ui/CampoFecha.h"
 #include "ui/Grilla.h"

@@ -48,6 +48,12 @@ void CalendarioMes::setPrimerDia(int dia)
     disponer();
 }
 
+void CalendarioMes::setEncabezadosCortos(bool cortos)
+{
+    m_encabezadosCortos = cortos;
+    update();
+}
+
 void CalendarioMes::setMarcas(std::set<QDate> conTurnos, std::set<QDate> noLaborables)
 {
     m_conTurnos = std::move(conTurnos);
@@ -144,7 +150,7 @@ void CalendarioMes::paintEvent(QPaintEvent *)
     pintor.setFont(font());
     const QRectF franja(0, celda(1, 0).top(), width(), celda(1, 0).height());
     pintor.fillRect(franja, palette().color(QPalette::AlternateBase));
-    const QStringList dias = m_mes.encabezados();
+    const QStringList dias = m_mes.encabezados(m_encabezadosCortos);
     for (int i = 0; i < 7; ++i)
         pintor.drawText(celda(1, i), Qt::AlignCenter, dias.at(i));
 

@@ -21,6 +21,8 @@ public:
     void setFecha(QDate fecha);
     void setHoy(QDate hoy);
     void setPrimerDia(int dia);
+    /// "Do" ... "Sá" above the days instead of "Dom" ... "Sáb".
+    void setEncabezadosCortos(bool cortos);
     /// Days of the shown month that have appointments, and those on which the professional does not attend.
     void setMarcas(std::set<QDate> conTurnos, std::set<QDate> noLaborables);
     [[nodiscard]] const std::set<QDate> &conTurnos() const { return m_conTurnos; }
@@ -60,6 +62,7 @@ private:
     QDate m_fecha;
     QDate m_hoy;
     int m_primerDia = 0;
+    bool m_encabezadosCortos = false;
     MesCalendario m_mes;
     std::set<QDate> m_conTurnos;
     std::set<QDate> m_noLaborables;

@@ -5,7 +5,9 @@
 #include "agenda/forms/agendalibres.h"
 #include "agenda/forms/agendamodifturno.h"
 #include "agenda/forms/agendamotivo.h"
+#include "agenda/forms/agendanuevahora.h"
 #include "agenda/forms/agendanuevoturno.h"
+#include "agenda/forms/agendanuevoturnoctrln.h"
 #include "agenda/forms/agendaobservacion.h"
 #include "agenda/forms/agendaordenes.h"
 #include "agenda/forms/agendas.h"
@@ -31,6 +33,8 @@ void registrarVentanas(db::Entorno &entorno, ui::Ventanas &ventanas)
         });
     ui::registrar<agendaferiados>(entorno, ventanas, QStringLiteral("agendaferiados"), ui::Modo::Dialogo);
     ui::registrar<agendanuevoturno>(entorno, ventanas, QStringLiteral("agendanuevoturno"), ui::Modo::Dialogo);
+    ui::registrar<agendanuevahora>(entorno, ventanas, QStringLiteral("agendanuevahora"), ui::Modo::Dialogo);
+    ui::registrar<agendanuevoturnoctrln>(entorno, ventanas, QStringLiteral("agendanuevoturnoctrln"), ui::Modo::Dialogo);
     ui::registrar<agendamodifturno>(entorno, ventanas, QStringLiteral("agendamodifturno"), ui::Modo::Dialogo);
     ui::registrar<agendamotivo>(entorno, ventanas, QStringLiteral("agendamotivo"), ui::Modo::Dialogo);
     ui::registrar<agendaobservacion>(entorno, ventanas, QStringLiteral("agendaobservacion"), ui::Modo::Dialogo);
