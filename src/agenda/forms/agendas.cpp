@@ -355,7 +355,11 @@ void agendas::conectar()
         return QStringLiteral("OBSERVACIONES DEL TURNO DE LA HORA ") + horaTexto(f.hora) + u'\n' + f.observaciones;
     });
     connect(lista, &ui::Grilla::filaCambiada, this, [this] { intentar([this] { mostrarDetalle(); }); });
-    connect(lista->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { habilitar(); });
+    connect(lista->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        // A click makes a row the current one before it is selected: only now there is one to tell of.
+        intentar([this] { mostrarDetalle(); });
+        habilitar();
+    });
     connect(lista, &ui::Grilla::activada, this, [this] { intentar([this] { activarFila(); }); });
     conectarOperaciones();
     conectarMover();
