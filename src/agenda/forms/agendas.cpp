@@ -280,7 +280,7 @@ void agendas::habilitar()
     sinoatendido->setText(turno && fila->atendido ? tr("No &atendido") : tr("&Atendido"));
     for (const AccionDeMenu &suya : m_acciones) {
         suya.accion->setEnabled(suya.boton->isEnabled());
-        suya.accion->setText(suya.boton->text() + u'\t' + suya.tecla);
+        suya.accion->setText((suya.texto.isEmpty() ? suya.boton->text() : suya.texto) + u'\t' + suya.tecla);
     }
     menucortar->setEnabled(turno);
     menupegar->setEnabled(m_corte && fila && fila->clase != FilaDia::Clase::Bloqueado);
@@ -341,6 +341,13 @@ void agendas::conectar()
     connect(fechamesmenos, &QToolButton::clicked, this, [this] { irA(fechadia->fecha().addMonths(-1)); });
     connect(fechaaniomas, &QToolButton::clicked, this, [this] { irA(fechadia->fecha().addYears(1)); });
     connect(fechaaniomenos, &QToolButton::clicked, this, [this] { irA(fechadia->fecha().addYears(-1)); });
+
+    const auto irAHora = [this](const QListWidgetItem *renglon) {
+        if (const QTime hora = QTime::fromString(renglon->text().left(5), QStringLiteral("HH:mm")); hora.isValid())
+            elegirHora(hora);
+    };
+    connect(listatemp, &QListWidget::itemClicked, this, irAHora);
+    connect(listatemp, &QListWidget::itemActivated, this, irAHora);
 
     lista->modelo().setFondo([this](int fila) {
         const FilaDia &suya = m_dia.filas[size_t(fila)];
