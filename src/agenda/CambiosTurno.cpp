@@ -223,8 +223,6 @@ base::Control bloquear(db::Entorno &entorno, int doctor, const QVector<QDateTime
     db::Connection &conexion = entorno.conexion();
     db::Transaction transaccion(conexion);
     for (const QDateTime &momento : libres) {
-        if (auto rechazo = controlarDia(entorno, momento.date()))
-            return rechazo;
         const QString fecha = conexion.dialect().dateTime(momento);
         const db::Rows ocupado = conexion.query(
             QStringLiteral("SELECT id FROM [Agenda Turnos] WHERE (Fecha = %1) And Doctor = ?").arg(fecha), {doctor});

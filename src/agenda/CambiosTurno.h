@@ -15,8 +15,8 @@ class Entorno;
 namespace agenda {
 
 // Every change of an appointment checks the right of the person working, re-reads the row by its `id` and refuses when
-// another station deleted it. Whose mark `aplicaraturnos` is set has the right for days from today on only: such an
-// appointment is not moved to a day that is over either, nor is one blocked. Nothing is written on a refusal.
+// another station deleted it. Whose mark `aplicaraturnos` is set has the right to change and delete for days from today
+// on only, and so moves nothing to a day that is over either. Nothing is written on a refusal.
 
 /// Marks as arrived or absent. An attended one cannot become absent. With payments in the cash register the person is
 /// asked whether the movement of this appointment goes too.

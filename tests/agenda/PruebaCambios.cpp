@@ -79,7 +79,6 @@ private slots:
         QVERIFY(!marcarLlegado(base, deHoy, true));
         QCOMPARE(texto(marcarLlegado(base, deAyer, false)), sinPermiso);
         QCOMPARE(texto(mover(base, deHoy, hoy.addDays(-1).addSecs(1200))), sinPermiso);
-        QCOMPARE(texto(bloquear(base, base.usuario, {hoy.addDays(-1).addSecs(1200)})), sinPermiso);
         base.guion.esperarPregunta(base::titulo::confirmacion, preguntaEliminar, true);
         const auto eliminados = liberar(base, {deHoy, deAyer});
         QVERIFY(!eliminados);

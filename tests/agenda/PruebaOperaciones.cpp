@@ -213,6 +213,7 @@ private slots:
     void arrastra()
     {
         const qint64 id = base->turno(7, Consultorio::a("09:40"));
+        base->turno(8, Consultorio::a("10:00"));
         base->turno(-111, Consultorio::a("10:20"));
         abrir();
         const QString pregunta = "¿Desea pasar el turno de Paz, Eva del 23/11/2026 09:40 al 23/11/2026 10:40?";
@@ -221,6 +222,12 @@ private slots:
         QCOMPARE(momento(id), QString("11-23 09:40"));
         QVERIFY(soltarEn(id, "09:40")); // onto itself: nothing to ask
         QVERIFY(!soltarEn(id, "10:20")); // nobody attends there
+        base->guion.esperarPregunta(
+            "Confirmación...",
+            "¿Desea pasar el turno de Paz, Eva del 23/11/2026 09:40 al 23/11/2026 10:00?\n"
+            "En ese horario ya hay un turno asignado.",
+            false);
+        QVERIFY(soltarEn(id, "10:00"));
         base->guion.esperarPregunta("Confirmación...", pregunta, true);
         QVERIFY(soltarEn(id, "10:40"));
         QCOMPARE(momento(id), QString("11-23 10:40"));
@@ -345,7 +352,10 @@ private slots:
         const qint64 orden = base->fila(
             "Pacientes Ordenes", {{"NroPaci", 7}, {"numero", 5}, {"sesiones", 1}, {"fecha", QDate(2026, 2, 1)}});
         abrir();
-        elegir("09:00");
+        elegir("09:20");
+        QTest::mouseClick(
+            a->lista->viewport(), Qt::LeftButton, {}, a->lista->visualRect(a->lista->modelo().index(0, 1)).center());
+        QVERIFY(a->detalle->text().contains("Paciente: Paz, Eva"));
         QVERIFY(a->detalleordenes->isVisible());
         tecla(Qt::Key_A, Qt::ControlModifier); // without a window for the session nothing is offered
         QVERIFY(!ventanas->buscar("agendaordenes"));

@@ -266,7 +266,7 @@ void agendas::habilitar()
     sinoatendido->setText(turno && fila->atendido ? tr("No &atendido") : tr("&Atendido"));
     for (const AccionDeMenu &suya : m_acciones) {
         suya.accion->setEnabled(suya.boton->isEnabled());
-        suya.accion->setText(suya.boton->text() + u'\t' + suya.tecla);
+        suya.accion->setText((suya.texto.isEmpty() ? suya.boton->text() : suya.texto) + u'\t' + suya.tecla);
     }
     menucortar->setEnabled(turno);
     menupegar->setEnabled(m_corte && fila && fila->clase != FilaDia::Clase::Bloqueado);
@@ -328,6 +328,13 @@ void agendas::conectar()
     connect(fechaaniomas, &QToolButton::clicked, this, [this] { irA(fechadia->fecha().addYears(1)); });
     connect(fechaaniomenos, &QToolButton::clicked, this, [this] { irA(fechadia->fecha().addYears(-1)); });
 
+    const auto irAHora = [this](const QListWidgetItem *renglon) {
+        if (const QTime hora = QTime::fromString(renglon->text().left(5), QStringLiteral("HH:mm")); hora.isValid())
+            elegirHora(hora);
+    };
+    connect(listatemp, &QListWidget::itemClicked, this, irAHora);
+    connect(listatemp, &QListWidget::itemActivated, this, irAHora);
+
     lista->modelo().setFondo([this](int fila) {
         const FilaDia &suya = m_dia.filas[size_t(fila)];
         if (m_corte && suya.id == m_corte->id)
@@ -341,7 +348,11 @@ void agendas::conectar()
         return QStringLiteral("OBSERVACIONES DEL TURNO DE LA HORA ") + horaTexto(f.hora) + u'\n' + f.observaciones;
     });
     connect(lista, &ui::Grilla::filaCambiada, this, [this] { intentar([this] { mostrarDetalle(); }); });
-    connect(lista->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { habilitar(); });
+    connect(lista->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        // A click makes a row the current one before it is selected: only now there is one to tell of.
+        intentar([this] { mostrarDetalle(); });
+        habilitar();
+    });
     connect(lista, &ui::Grilla::activada, this, [this] { intentar([this] { activarFila(); }); });
     conectarOperaciones();
     conectarMover();

@@ -158,6 +158,7 @@ private:
     struct AccionDeMenu {
         QAction *accion;
         QPushButton *boton;
+        QString texto; ///< empty: the button's
         QString tecla;
     };
 

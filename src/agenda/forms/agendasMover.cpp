@@ -107,10 +107,11 @@ void agendas::soltarEn(qint64 id, qint64 clave)
     if (!aceptado(controlarDestino(turno->doctor, *destino)) || turno->fecha == momento)
         return;
     // The mouse slips: a drag asks where the keys do not.
-    if (entorno().mensajes().pregunta(
-            base::titulo::confirmacion,
-            tr("¿Desea pasar el turno de %1 del %2 al %3?")
-                .arg(turno->paciente, base::fechaHoraTexto(turno->fecha), base::fechaHoraTexto(momento))))
+    QString pregunta = tr("¿Desea pasar el turno de %1 del %2 al %3?")
+                           .arg(turno->paciente, base::fechaHoraTexto(turno->fecha), base::fechaHoraTexto(momento));
+    if (destino->clase == FilaDia::Clase::Turno)
+        pregunta += tr("\nEn ese horario ya hay un turno asignado.");
+    if (entorno().mensajes().pregunta(base::titulo::confirmacion, pregunta))
         moverA(id, momento);
 }
 

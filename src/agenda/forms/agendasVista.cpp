@@ -163,27 +163,32 @@ void agendas::crearMenu()
         accion->setObjectName(nombre);
         lista->addAction(accion);
     };
-    const auto deBoton = [&](QAction *&accion, const QString &nombre, QPushButton *boton, const QString &tecla) {
+    // Without a text of its own it carries the button's, which changes with the row.
+    const auto deBoton = [&](QAction *&accion,
+                             const QString &nombre,
+                             QPushButton *boton,
+                             const QString &tecla,
+                             const QString &texto = {}) {
         crear(accion, nombre);
         accion->setIcon(boton->icon());
         connect(accion, &QAction::triggered, boton, &QPushButton::click);
-        m_acciones.push_back({accion, boton, tecla});
+        m_acciones.push_back({accion, boton, texto, tecla});
     };
     const auto separar = [this] {
         auto *raya = new QAction(this);
         raya->setSeparator(true);
         lista->addAction(raya);
     };
-    deBoton(menuasignar, QStringLiteral("menuasignar"), nuevo, tr("Ctrl+N"));
-    deBoton(menuficha, QStringLiteral("menuficha"), atender, tr("F2"));
+    deBoton(menuasignar, QStringLiteral("menuasignar"), nuevo, tr("Ctrl+N"), tr("&Nuevo turno"));
+    deBoton(menuficha, QStringLiteral("menuficha"), atender, tr("F2"), tr("&Ficha del paciente"));
     separar();
     deBoton(menullego, QStringLiteral("menullego"), sinollego, tr("Ctrl+L"));
     deBoton(menuatendido, QStringLiteral("menuatendido"), sinoatendido, tr("Ctrl+A"));
-    deBoton(menupagar, QStringLiteral("menupagar"), pagar, tr("Ctrl+G"));
+    deBoton(menupagar, QStringLiteral("menupagar"), pagar, tr("Ctrl+G"), tr("Pa&gar el turno"));
     separar();
-    deBoton(menuobser, QStringLiteral("menuobser"), modifobservacion, tr("F7"));
-    deBoton(menumotivo, QStringLiteral("menumotivo"), modifmoticonsul, tr("F8"));
-    deBoton(menuhora, QStringLiteral("menuhora"), modifhora, tr("F9"));
+    deBoton(menuobser, QStringLiteral("menuobser"), modifobservacion, tr("F7"), tr("&Observaciones"));
+    deBoton(menumotivo, QStringLiteral("menumotivo"), modifmoticonsul, tr("F8"), tr("&Motivo de la consulta"));
+    deBoton(menuhora, QStringLiteral("menuhora"), modifhora, tr("F9"), tr("&Cambiar el día o la hora"));
     crear(menucortar, QStringLiteral("menucortar"));
     menucortar->setText(tr("Cor&tar el turno, para pasarlo") + QStringLiteral("\tCtrl+X"));
     menucortar->setIcon(ui::icono(QStringLiteral("edit-cut")));
