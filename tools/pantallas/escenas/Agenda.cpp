@@ -5,7 +5,6 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QPlainTextEdit>
 
 namespace pantallas {
 
@@ -13,6 +12,7 @@ namespace {
 
 const QString agendas = QStringLiteral("agendas");
 const QString taken = QStringLiteral("11:20"); ///< arrived and waiting, with an extra appointment
+const QString libre = QStringLiteral("16:20");
 
 const QString horarios = QStringLiteral("agendahorarios");
 const QString noLaborables = QStringLiteral("agendasnolabo");
