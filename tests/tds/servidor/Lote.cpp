@@ -56,8 +56,8 @@ QStringList sentenciasDe(const QString &lote)
             while (fin < lote.size() && esLetra(lote.at(fin)))
                 ++fin;
             const QString palabra = lote.mid(i, fin - i).toUpper();
-            const bool deTransaccion = palabra == u"BEGIN"
-                && QStringView(lote).mid(fin).trimmed().startsWith(u"TRAN", Qt::CaseInsensitive);
+            const bool deTransaccion
+                = palabra == u"BEGIN" && QStringView(lote).mid(fin).trimmed().startsWith(u"TRAN", Qt::CaseInsensitive);
             if ((palabra == u"BEGIN" && !deTransaccion) || palabra == u"CASE")
                 ++abiertos;
             if (palabra == u"END")

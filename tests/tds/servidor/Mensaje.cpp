@@ -184,10 +184,7 @@ void Escritor::textoLargo(const QString &texto)
     bytes(utf16(texto));
 }
 
-QByteArray utf16(const QString &texto)
-{
-    return {reinterpret_cast<const char *>(texto.utf16()), texto.size() * 2};
-}
+QByteArray utf16(const QString &texto) { return {reinterpret_cast<const char *>(texto.utf16()), texto.size() * 2}; }
 
 QByteArray bytesDeFecha(const QDateTime &momento)
 {
@@ -201,8 +198,10 @@ QByteArray bytesDeFecha(const QDateTime &momento)
 QDateTime fechaDeBytes(const QByteArray &bytes)
 {
     if (bytes.size() == 4) // to the minute
-        return QDate(1900, 1, 1).addDays(qFromLittleEndian<quint16>(bytes.constData())).startOfDay().addSecs(
-            qFromLittleEndian<quint16>(bytes.constData() + 2) * 60);
+        return QDate(1900, 1, 1)
+            .addDays(qFromLittleEndian<quint16>(bytes.constData()))
+            .startOfDay()
+            .addSecs(qFromLittleEndian<quint16>(bytes.constData() + 2) * 60);
     const QDate dia = QDate(1900, 1, 1).addDays(qFromLittleEndian<qint32>(bytes.constData()));
     const auto partes = qFromLittleEndian<quint32>(bytes.constData() + 4);
     return {dia, QTime::fromMSecsSinceStartOfDay(int((qint64(partes) * 10 + 1) / 3))};

@@ -41,7 +41,8 @@ public:
     {
     }
 
-    template <typename Numero> Numero numero()
+    template <typename Numero>
+    Numero numero()
     {
         Numero valor{};
         const QByteArray bytes = tomar(qsizetype(sizeof(Numero)));
@@ -72,7 +73,8 @@ private:
 class Escritor
 {
 public:
-    template <typename Numero> void numero(Numero valor)
+    template <typename Numero>
+    void numero(Numero valor)
     {
         m_datos.append(reinterpret_cast<const char *>(&valor), qsizetype(sizeof(Numero)));
     }

@@ -1,6 +1,7 @@
 #include "tds/servidor/Sesion.h"
 
 #include "db/Error.h"
+#include "db/SentenciasServidor.h"
 #include "support/ServerTestEngine.h"
 #include "tds/servidor/Lote.h"
 
@@ -10,12 +11,13 @@
 #include <QtEndian>
 
 #include <mutex>
+#include <stdexcept>
 
 namespace tds {
 
 namespace {
 
-const QString claveDeArchivo = QStringLiteral("prueba");
+const QString claveDeArchivo = QStringLiteral("kestrel428");
 
 enum Token : quint8 {
     ColMetadata = 0x81,
@@ -89,74 +91,87 @@ void Sesion::atender()
         while (const auto mensaje = recibir(m_socket)) {
             Lector lector(mensaje->datos);
             switch (mensaje->clase) {
-            case Clase::Previo: {
-                // Version, no encryption, end.
-                Escritor salida;
-                salida.bytes(QByteArray("\0\0\x0B\0\6\1\0\x11\0\1\xFF", 11));
-                salida.bytes(QByteArray("\x0A\x32\x06\x40\0\0\2", 7));
-                if (!enviar(m_socket, salida.datos()))
+            case Clase::Previo: responderPrevio(); break;
+            case Clase::Ingreso:
+                if (!ingresar(lector))
                     return;
-                continue;
-            }
+                break;
             case Clase::Lote:
                 lector.saltarEncabezados();
                 lote(lector.resto());
-                continue;
-            case Clase::Llamada: llamada(lector); continue;
-            case Clase::Transaccion: transaccion(lector); continue;
+                break;
+            case Clase::Llamada: llamada(lector); break;
+            case Clase::Transaccion: transaccion(lector); break;
             case Clase::Atencion: {
                 Escritor salida;
                 escribirFin(salida, Fin, Atendida, 0, 0);
-                (void)enviar(m_socket, salida.datos());
-                continue;
+                responder(salida);
+                break;
             }
-            case Clase::Ingreso: break;
             case Clase::Respuesta: return;
             }
-
-            const auto campo = [&lector](int lugar) {
-                const QByteArray par = lector.en(lugar, 4);
-                const int desde = qFromLittleEndian<quint16>(par.constData());
-                return lector.en(desde, 2 * qFromLittleEndian<quint16>(par.constData() + 2));
-            };
-            const auto texto = [](const QByteArray &bytes) {
-                return QString(reinterpret_cast<const QChar *>(bytes.constData()), bytes.size() / 2);
-            };
-            QByteArray oculta = campo(44);
-            for (char &c : oculta) {
-                const auto abierto = quint8(quint8(c) ^ 0xA5);
-                c = char((abierto << 4) | (abierto >> 4));
-            }
-            const QString base = texto(campo(68));
-            Escritor salida;
-            try {
-                if (texto(campo(40)) != m_ajustes.usuario || texto(oculta) != m_ajustes.clave)
-                    throw db::Error(db::Error::Kind::General, 18456, QStringLiteral("Login failed for user."));
-                abrirBase(base.isEmpty() ? QStringLiteral("master") : base);
-            } catch (const std::exception &error) {
-                escribirFallo(salida, falloDe(error));
-                escribirFin(salida, Fin, ConFallo, 0, 0);
-                (void)enviar(m_socket, salida.datos());
-                return;
-            }
-            cambio(salida, 1, m_base, QStringLiteral("master"));
-            cambio(salida, 4, QStringLiteral("4096"), QStringLiteral("4096"));
-            Escritor aceptado;
-            aceptado.byte(1);
-            aceptado.bytes(QByteArray("\x74\0\0\4", 4));
-            aceptado.textoCorto(QStringLiteral("Microsoft SQL Server"));
-            aceptado.bytes(QByteArray("\x0A\x32\x06\x40", 4));
-            salida.byte(Ingreso);
-            salida.numero<quint16>(quint16(aceptado.datos().size()));
-            salida.bytes(aceptado.datos());
-            escribirFin(salida, Fin, 0, 0, 0);
-            if (!enviar(m_socket, salida.datos()))
-                return;
         }
     } catch (const std::exception &error) {
-        // A message that cannot be read: this client is let go.
+        // A message that cannot be read, or a client that went away in the middle of an answer: this one is let go.
         fprintf(stderr, "%s\n", error.what());
     }
+}
+
+void Sesion::responder(const Escritor &salida)
+{
+    if (!enviar(m_socket, salida.datos()))
+        throw std::runtime_error("the client went away");
+}
+
+void Sesion::responderPrevio()
+{
+    // Version, no encryption, end.
+    Escritor salida;
+    salida.bytes(QByteArray("\0\0\x0B\0\6\1\0\x11\0\1\xFF", 11));
+    salida.bytes(QByteArray("\x0A\x32\x06\x40\0\0\2", 7));
+    responder(salida);
+}
+
+bool Sesion::ingresar(const Lector &lector)
+{
+    const auto campo = [&lector](int lugar) {
+        const QByteArray par = lector.en(lugar, 4);
+        const int desde = qFromLittleEndian<quint16>(par.constData());
+        return lector.en(desde, 2 * qFromLittleEndian<quint16>(par.constData() + 2));
+    };
+    const auto texto = [](const QByteArray &bytes) {
+        return QString(reinterpret_cast<const QChar *>(bytes.constData()), bytes.size() / 2);
+    };
+    QByteArray clave = campo(44);
+    for (char &c : clave) {
+        const auto abierto = quint8(quint8(c) ^ 0xA5);
+        c = char((abierto << 4) | (abierto >> 4));
+    }
+    const QString base = texto(campo(68));
+    Escritor salida;
+    try {
+        if (texto(campo(40)) != m_ajustes.usuario || texto(clave) != m_ajustes.clave)
+            throw db::Error(db::Error::Kind::General, 18456, QStringLiteral("Login failed for user."));
+        abrirBase(base.isEmpty() ? QStringLiteral("master") : base);
+    } catch (const std::exception &error) {
+        escribirFallo(salida, falloDe(error));
+        escribirFin(salida, Fin, ConFallo, 0, 0);
+        responder(salida);
+        return false;
+    }
+    cambio(salida, 1, m_base, QStringLiteral("master"));
+    cambio(salida, 4, QStringLiteral("4096"), QStringLiteral("4096"));
+    Escritor aceptado;
+    aceptado.byte(1);
+    aceptado.bytes(QByteArray("\x74\0\0\4", 4));
+    aceptado.textoCorto(QStringLiteral("Microsoft SQL Server"));
+    aceptado.bytes(QByteArray("\x0A\x32\x06\x40", 4));
+    salida.byte(Ingreso);
+    salida.numero<quint16>(quint16(aceptado.datos().size()));
+    salida.bytes(aceptado.datos());
+    escribirFin(salida, Fin, 0, 0, 0);
+    responder(salida);
+    return true;
 }
 
 void Sesion::abrirBase(const QString &nombre)
@@ -176,7 +191,7 @@ void Sesion::lote(const QString &texto)
 {
     Escritor salida;
     ejecutar(salida, texto, {}, false);
-    (void)enviar(m_socket, salida.datos());
+    responder(salida);
 }
 
 bool Sesion::deBases(const QString &sentencia)
@@ -184,7 +199,8 @@ bool Sesion::deBases(const QString &sentencia)
     static const QRegularExpression crear = sinCaso(QStringLiteral("^CREATE\\s+DATABASE\\s+\\[?(\\w+)\\]?"));
     static const QRegularExpression quitar = sinCaso(QStringLiteral("^DROP\\s+DATABASE\\s+\\[?(\\w+)\\]?$"));
     static const QRegularExpression alterar = sinCaso(QStringLiteral("^ALTER\\s+DATABASE\\s"));
-    const auto archivo = [this](const QString &nombre) { return m_ajustes.carpeta + u'/' + nombre + QStringLiteral(".mdb"); };
+    const auto archivo
+        = [this](const QString &nombre) { return m_ajustes.carpeta + u'/' + nombre + QStringLiteral(".mdb"); };
     if (const auto hallado = crear.match(sentencia); hallado.hasMatch()) {
         if (QFileInfo::exists(archivo(hallado.captured(1))))
             throw db::Error(db::Error::Kind::General, 1801, QStringLiteral("Database already exists."));
@@ -199,7 +215,7 @@ bool Sesion::deBases(const QString &sentencia)
     return alterar.match(sentencia).hasMatch();
 }
 
-void Sesion::escribirNumero(Escritor &salida, const std::optional<qint64> &valor)
+void Sesion::escribirNumero(Escritor &salida, quint8 fin, const std::optional<qint64> &valor)
 {
     db::ResultSet::Builder armado({{QString(), db::Type::Long}});
     if (valor)
@@ -208,23 +224,72 @@ void Sesion::escribirNumero(Escritor &salida, const std::optional<qint64> &valor
         armado.addNull();
     armado.endRow();
     escribirFilas(salida, *armado.finish(), {});
+    escribirFin(salida, fin, Mas | ConCuenta, 0xC1, 1);
 }
 
-bool Sesion::propia(Escritor &salida, const QString &sentencia, quint8 fin)
+void Sesion::escribirColumnas(Escritor &salida, quint8 fin, const QString &tabla)
+{
+    using db::Type;
+    db::ResultSet::Builder armado(
+        {{QStringLiteral("COLUMN_NAME"), Type::Text},
+         {QStringLiteral("DATA_TYPE"), Type::Text},
+         {QStringLiteral("CHARACTER_MAXIMUM_LENGTH"), Type::Long},
+         {QStringLiteral("COLUMN_DEFAULT"), Type::Text},
+         {QString(), Type::Long}});
+    const QVector<db::Column> columnas = m_motor->columns(tabla);
+    for (const db::Column &columna : columnas) {
+        // "nvarchar(255)" of the declaration is "nvarchar" and 255 here.
+        const QString tipo = db::servidor::tipo(columna).section(u' ', 0, 0).section(u'(', 0, 0).toLower();
+        armado.addText(columna.name.toUtf8());
+        armado.addText(tipo.toUtf8());
+        if (columna.type == Type::Text)
+            armado.addInteger(columna.size);
+        else if (columna.type == Type::Memo || columna.type == Type::Binary)
+            armado.addInteger(-1);
+        else
+            armado.addNull();
+        if (columna.initial)
+            armado.addText((columna.type == Type::Text ? QStringLiteral("('%1')") : QStringLiteral("((%1))"))
+                               .arg(columna.initial->toString().replace(QStringLiteral("'"), QStringLiteral("''")))
+                               .toUtf8());
+        else
+            armado.addNull();
+        armado.addInteger(columna.type == Type::Counter ? 1 : 0);
+        armado.endRow();
+    }
+    escribirFilas(salida, *armado.finish(), {});
+    escribirFin(salida, fin, Mas | ConCuenta, 0xC1, columnas.size());
+}
+
+void Sesion::deshacer(Escritor &salida)
+{
+    m_motor->rollback();
+    m_enTransaccion = false;
+    cambioDeTransaccion(salida, 10, false);
+}
+
+bool Sesion::propia(Escritor &salida, const QString &sentencia, const db::Params &parametros, quint8 fin)
 {
     const auto listo = [&](int orden) {
         escribirFin(salida, fin, Mas, orden, 0);
         return true;
     };
-    static const QRegularExpression opcion = sinCaso(QStringLiteral("^SET\\s+(?!IDENTITY_INSERT)\\w+\\s"));
+    const auto numero = [&](const std::optional<qint64> &valor) {
+        escribirNumero(salida, fin, valor);
+        return true;
+    };
+    static const QRegularExpression opcion = sinCaso(QStringLiteral("^(SET\\s+(?!IDENTITY_INSERT)\\w+|DECLARE)\\s"));
+    static const QRegularExpression abortar = sinCaso(QStringLiteral("^SET\\s+XACT_ABORT\\s+(ON|OFF)$"));
     static const QRegularExpression empezar = sinCaso(QStringLiteral("^BEGIN\\s+TRAN(SACTION)?\\s*$"));
     static const QRegularExpression confirmar = sinCaso(QStringLiteral("^COMMIT(\\s+TRAN(SACTION)?)?\\s*$"));
-    static const QRegularExpression deshacer
+    static const QRegularExpression volver
         = sinCaso(QStringLiteral("^(IF\\s+@@TRANCOUNT\\s*>\\s*0\\s+)?ROLLBACK(\\s+TRAN(SACTION)?)?\\s*$"));
-    static const QRegularExpression cerrojo = sinCaso(QStringLiteral("sp_getapplock"));
     static const QRegularExpression nuevoId = sinCaso(QStringLiteral("^SELECT\\s+(.*)SCOPE_IDENTITY\\(\\)[^,]*$"));
     static const QRegularExpression uno = sinCaso(QStringLiteral("^SELECT\\s+1$"));
+    static const QRegularExpression variable = sinCaso(QStringLiteral("^SELECT\\s+@\\w+$"));
     static const QRegularExpression abiertas = sinCaso(QStringLiteral("^SELECT\\s+@@TRANCOUNT$"));
+    static const QRegularExpression columnas
+        = sinCaso(QStringLiteral("COLUMNPROPERTY\\(.*TABLE_NAME = (?:\\?|N?'((?:[^']|'')*)')"));
     if (empezar.match(sentencia).hasMatch()) {
         m_motor->begin();
         m_enTransaccion = true;
@@ -239,39 +304,32 @@ bool Sesion::propia(Escritor &salida, const QString &sentencia, quint8 fin)
         cambioDeTransaccion(salida, 9, false);
         return listo(0xD5);
     }
-    if (deshacer.match(sentencia).hasMatch()) {
-        if (m_enTransaccion) {
-            m_motor->rollback();
-            m_enTransaccion = false;
-            cambioDeTransaccion(salida, 10, false);
-        } else if (!sentencia.startsWith(u"IF", Qt::CaseInsensitive)) {
+    if (volver.match(sentencia).hasMatch()) {
+        if (m_enTransaccion)
+            deshacer(salida);
+        else if (!sentencia.startsWith(u"IF", Qt::CaseInsensitive))
             throw db::Error(db::Error::Kind::General, 3903, QStringLiteral("ROLLBACK without BEGIN TRANSACTION."));
-        }
         return listo(0xD2);
     }
-    if (opcion.match(sentencia).hasMatch() || deBases(sentencia))
+    if (const auto hallado = abortar.match(sentencia); hallado.hasMatch())
+        m_abortar = hallado.captured(1).compare(u"ON", Qt::CaseInsensitive) == 0;
+    // The named lock comes with the transaction: the file behind has one writer.
+    if (opcion.match(sentencia).hasMatch() || deBases(sentencia) || sentencia.contains(u"sp_getapplock"))
         return listo(0xBE);
-    if (cerrojo.match(sentencia).hasMatch()) {
-        // Taken with the transaction: the file has one writer.
-        if (sentencia.contains(u"SELECT", Qt::CaseInsensitive)) {
-            escribirNumero(salida, 0);
-            escribirFin(salida, fin, Mas | ConCuenta, 0xC1, 1);
-            return true;
-        }
-        return listo(0xE0);
-    }
-    std::optional<qint64> numero;
+    if (variable.match(sentencia).hasMatch())
+        return numero(0);
     if (nuevoId.match(sentencia).hasMatch())
-        numero = m_motor->insertedId();
-    else if (uno.match(sentencia).hasMatch())
-        numero = 1;
-    else if (abiertas.match(sentencia).hasMatch())
-        numero = m_enTransaccion ? 1 : 0;
-    else
-        return false;
-    escribirNumero(salida, numero);
-    escribirFin(salida, fin, Mas | ConCuenta, 0xC1, 1);
-    return true;
+        return numero(m_motor->insertedId());
+    if (uno.match(sentencia).hasMatch())
+        return numero(1);
+    if (abiertas.match(sentencia).hasMatch())
+        return numero(m_enTransaccion ? 1 : 0);
+    if (const auto hallado = columnas.match(sentencia); hallado.hasMatch()) {
+        const QString escrita = hallado.captured(1).replace(QStringLiteral("''"), QStringLiteral("'"));
+        escribirColumnas(salida, fin, escrita.isEmpty() ? parametros.value(0).toString() : escrita);
+        return true;
+    }
+    return false;
 }
 
 void Sesion::ejecutar(Escritor &salida, const QString &texto, const db::Params &parametros, bool dentroDeLlamada)
@@ -279,7 +337,7 @@ void Sesion::ejecutar(Escritor &salida, const QString &texto, const db::Params &
     const quint8 fin = dentroDeLlamada ? quint8(FinInterno) : quint8(Fin);
     try {
         for (const QString &sentencia : sentenciasDe(texto)) {
-            if (propia(salida, sentencia, fin))
+            if (propia(salida, sentencia, parametros, fin))
                 continue;
             QVector<int> orden;
             const QString conLugares = conSignos(sentencia, orden);
@@ -298,12 +356,8 @@ void Sesion::ejecutar(Escritor &salida, const QString &texto, const db::Params &
         if (!dentroDeLlamada)
             escribirFin(salida, Fin, 0, 0, 0);
     } catch (const db::Error &error) {
-        // As with XACT_ABORT: a failure undoes the whole transaction.
-        if (m_enTransaccion) {
-            m_motor->rollback();
-            m_enTransaccion = false;
-            cambioDeTransaccion(salida, 10, false);
-        }
+        if (m_enTransaccion && m_abortar)
+            deshacer(salida);
         escribirFallo(salida, falloDe(error));
         escribirFin(salida, fin, dentroDeLlamada ? Mas | ConFallo : ConFallo, 0, 0);
     }
@@ -363,7 +417,7 @@ void Sesion::llamada(Lector &lector)
         salida.numero<qint32>(*clave);
     }
     escribirFin(salida, FinLlamada, 0, 0xE0, 0);
-    (void)enviar(m_socket, salida.datos());
+    responder(salida);
 }
 
 void Sesion::transaccion(Lector &lector)
@@ -376,7 +430,7 @@ void Sesion::transaccion(Lector &lector)
     case 8: ejecutar(salida, QStringLiteral("ROLLBACK"), {}, false); break;
     default: escribirFin(salida, Fin, 0, 0, 0);
     }
-    (void)enviar(m_socket, salida.datos());
+    responder(salida);
 }
 
 void Sesion::escribirFilas(Escritor &salida, const db::ResultSet &filas, const QString &sentencia)

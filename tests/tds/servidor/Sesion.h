@@ -30,6 +30,10 @@ private:
         QString texto;
     };
 
+    void responder(const Escritor &salida);
+    void responderPrevio();
+    /// False when the client was refused.
+    [[nodiscard]] bool ingresar(const Lector &lector);
     void abrirBase(const QString &nombre);
     void lote(const QString &texto);
     void llamada(Lector &lector);
@@ -37,7 +41,7 @@ private:
     /// Runs statements and writes what they answer; stops at the first failure.
     void ejecutar(Escritor &salida, const QString &texto, const db::Params &parametros, bool dentroDeLlamada);
     /// Statements of the server itself, not of its tables. False when it is none of them.
-    [[nodiscard]] bool propia(Escritor &salida, const QString &sentencia, quint8 fin);
+    [[nodiscard]] bool propia(Escritor &salida, const QString &sentencia, const db::Params &parametros, quint8 fin);
     [[nodiscard]] bool deBases(const QString &sentencia);
 
     void escribirFilas(Escritor &salida, const db::ResultSet &filas, const QString &sentencia);
@@ -45,13 +49,17 @@ private:
     static void escribirFin(Escritor &salida, quint8 clase, int estado, int orden, qint64 filas);
     [[nodiscard]] static Fallo falloDe(const std::exception &error);
     /// One value as a result of one row.
-    void escribirNumero(Escritor &salida, const std::optional<qint64> &valor);
+    void escribirNumero(Escritor &salida, quint8 fin, const std::optional<qint64> &valor);
+    /// What the catalog says of a table's columns, in the order in which the program asks for it.
+    void escribirColumnas(Escritor &salida, quint8 fin, const QString &tabla);
+    void deshacer(Escritor &salida);
 
     int m_socket;
     const Ajustes &m_ajustes;
     QString m_base;
     std::unique_ptr<db::Engine> m_motor;
     bool m_enTransaccion = false;
+    bool m_abortar = false; ///< XACT_ABORT: a failure undoes the whole transaction
     QHash<int, QString> m_preparadas;
     int m_siguiente = 1;
 };
