@@ -20,7 +20,7 @@ constexpr int busyMilliseconds = 10000;
 constexpr int openingSeconds = 6;
 constexpr int statementSeconds = 30;
 constexpr int definitionSeconds = 1800; // an index over a million rows, a column filled in all of them
-constexpr int probeSeconds = 5;
+constexpr int probeSeconds = 3;
 constexpr size_t batchRows = 500;
 constexpr qsizetype batchCharacters = 200000;
 
@@ -364,10 +364,10 @@ int OdbcEngine::executeBatch(const QString &sql, const std::vector<Params> &rows
 
 qint64 OdbcEngine::insertedId()
 {
-    return guarded(Action::Reading, [&](Session &session) {
-        const QString &question = session.flavour->insertedQuery;
-        return question.isEmpty() ? m_insertedId
-                                  : session.run(question, {}, statementSeconds).results.at(0)->integer(0, 0);
+    if (!m_session || m_session->flavour->insertedQuery.isEmpty())
+        return m_insertedId;
+    return guarded(Action::Reading, [](Session &session) {
+        return session.run(session.flavour->insertedQuery, {}, statementSeconds).results.at(0)->integer(0, 0);
     });
 }
 
