@@ -8,7 +8,21 @@ namespace db {
 
 namespace {
 const QString tituloError = QStringLiteral("Error...");
+
+Rows sondear(Connection &connection)
+{
+    const QString sonda = QStringLiteral("SELECT * FROM [CIE10] WHERE id = 2");
+    try {
+        return connection.query(sonda);
+    } catch (const Error &error) {
+        if (error.kind() != Error::Kind::Lost || connection.inTransaction())
+            throw;
+        // The server went away since the last action. Nothing was under way: when it is back, there is nothing to tell.
+        return connection.query(sonda);
+    }
 }
+
+} // namespace
 
 void avisarBaseAusente(base::Mensajes &mensajes)
 {
@@ -38,7 +52,7 @@ bool verificarCatalogo(Connection &connection, base::Mensajes &mensajes)
 {
     bool compatible = false;
     try {
-        const Rows rows = connection.query(QStringLiteral("SELECT * FROM [CIE10] WHERE id = 2"));
+        const Rows rows = sondear(connection);
         compatible = connection.dialect().kind() == Dialect::Kind::SqlServer || rows->rowCount() == 1;
     } catch (const Error &error) {
         const bool foreign = error.kind() == Error::Kind::NoSuchTable || error.kind() == Error::Kind::NoSuchColumn;

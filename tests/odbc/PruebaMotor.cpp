@@ -331,6 +331,12 @@ private slots:
             QCOMPARE(failure->kind(), kind);
             QVERIFY(!failure->description().contains(Postgres::clave()));
         }
+        {
+            // What nobody asked for does not even try.
+            const db::ShortWait quiet(*connection);
+            const auto failure = failureOf([&] { (void)connection->query(u"SELECT 1"_s); });
+            QVERIFY(failure && failure->kind() == Error::Kind::Lost);
+        }
         server->start();
         QCOMPARE(count(*connection), 0);
     }
@@ -347,8 +353,14 @@ private slots:
         }
         db::odbc::Target missing = server->target(Passing::Bound);
         missing.text.replace(u"psqlodbcw.so"_s, u"no-hay.so"_s);
-        const auto failure = failureOf([&] { db::OdbcEngine engine(missing); });
+        auto failure = failureOf([&] { db::OdbcEngine engine(missing); });
         QVERIFY(failure && failure->description() == db::odbc::missingDriverText());
+
+        // A way to the server on which texts change is refused: they would be stored so.
+        connect()->execute(u"CREATE DATABASE pobre ENCODING 'LATIN1' TEMPLATE template0 LC_COLLATE 'C' LC_CTYPE 'C'"_s);
+        failure
+            = failureOf([&] { db::OdbcEngine engine(server->target(Passing::Bound, Postgres::clave(), u"pobre"_s)); });
+        QVERIFY(failure && failure->description().contains(u"altera los textos"_s));
     }
 
     void catalogue()

@@ -151,8 +151,11 @@ Error errorOf(const Diagnostics &diagnostics, During during)
         if (!meaning || (during == During::Opening && meaning->kind != Kind::CannotOpen))
             continue;
         QString text = QString::fromUtf8(meaning->text);
-        const QString name
-            = meaning->text == tableText || meaning->text == columnText ? nameIn(diagnostic.text) : QString();
+        QString name;
+        if (meaning->text == tableText || meaning->text == columnText)
+            for (const Diagnostic &other : diagnostics)
+                if (name.isEmpty())
+                    name = nameIn(other.text);
         if (!name.isEmpty())
             text = (meaning->text == tableText ? QStringLiteral("La base de datos no tiene la tabla '%1'.")
                                                : QStringLiteral("Columna desconocida: '%1'."))

@@ -17,8 +17,8 @@ const Flavour &sqlServer()
         // stations must not both read before either has written. The embedded engine lets one transaction write at a
         // time; here a named lock does, which ends with its transaction.
         .begin
-        = QStringLiteral("BEGIN TRANSACTION; DECLARE @turno int EXEC @turno = sp_getapplock @Resource = 'Vastelo', "
-                         "@LockMode = 'Exclusive', @LockOwner = 'Transaction', @LockTimeout = %1 SELECT @turno"),
+        = QStringLiteral("BEGIN TRANSACTION; DECLARE @turno int; EXEC @turno = sp_getapplock @Resource = 'Vastelo', "
+                         "@LockMode = 'Exclusive', @LockOwner = 'Transaction', @LockTimeout = %1; SELECT @turno"),
         .rollback = QStringLiteral("IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION"),
         .insertedSuffix = QStringLiteral("; SELECT SCOPE_IDENTITY()"),
         .insertedQuery = {},

@@ -59,7 +59,8 @@ QString textLiteral(const QString &text, const Flavour &flavour)
     if (parts.size() == 1)
         return parts.first();
     // Short texts joined end at 4000 characters unless one of them is of the long type.
-    return QStringLiteral("(CAST(%1 AS nvarchar(max)) + %2)").arg(parts.takeFirst(), parts.join(QLatin1String(" + ")));
+    const QString first = parts.takeFirst();
+    return QStringLiteral("(CAST(%1 AS nvarchar(max)) + %2)").arg(first, parts.join(QLatin1String(" + ")));
 }
 
 QString momentLiteral(const QDateTime &moment, const Flavour &flavour)

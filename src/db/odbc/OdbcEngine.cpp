@@ -18,9 +18,9 @@ using namespace odbc;
 
 constexpr int busyMilliseconds = 10000;
 constexpr int openingSeconds = 6;
-constexpr int statementSeconds = 60;
+constexpr int statementSeconds = 30;
 constexpr int definitionSeconds = 1800; // an index over a million rows, a column filled in all of them
-constexpr int probeSeconds = 5;
+constexpr int probeSeconds = 3;
 constexpr size_t batchRows = 500;
 constexpr qsizetype batchCharacters = 200000;
 
@@ -35,6 +35,8 @@ const QString lostTransaction = QStringLiteral(
 const QString lostCommitting = QStringLiteral(
     "Se perdió la conexión con el servidor justo al terminar de guardar: no se sabe si quedó guardado. Verifíquelo "
     "antes de repetirlo; el programa volverá a conectarse con la próxima acción.");
+const QString unconfirmedText = QStringLiteral("El servidor no confirmó lo que se estaba guardando: no se sabe si "
+                                               "quedó guardado. Verifíquelo antes de repetirlo.");
 const QString undoneText
     = QStringLiteral("Lo que se estaba guardando se deshizo en el servidor: no se guardó nada. Vuelva a intentarlo.");
 
@@ -219,18 +221,24 @@ OdbcEngine::Session &OdbcEngine::ready()
     if (m_session && m_transaction == InTransaction::No && m_used.hasExpired(m_idleSeconds * 1000LL)
         && !m_session->alive())
         m_session.reset();
-    if (!m_session)
+    if (!m_session) {
+        // Work that nobody asked for does not make anybody wait for a server that may be off.
+        if (m_wait > 0)
+            throw Error(Error::Kind::Lost, 0, lostReading);
         connect();
+    }
     m_used.start();
     return *m_session;
 }
+
+int OdbcEngine::patience() const { return m_wait > 0 ? probeSeconds : statementSeconds; }
 
 void OdbcEngine::applyWait(Session &session)
 {
     const int wait = m_wait > 0 ? m_wait : busyMilliseconds;
     if (session.wait == wait)
         return;
-    (void)session.run(session.flavour->waits.arg(wait), {}, statementSeconds);
+    (void)session.run(session.flavour->waits.arg(wait), {}, probeSeconds);
     session.wait = wait;
 }
 
@@ -263,6 +271,10 @@ void OdbcEngine::fail(const Failed &failed, Action action)
                 : action == Action::Reading ? lostReading
                                             : lostChanging);
     }
+    if (action == Action::Committing && tellsNothing(diagnostics)) {
+        m_session.reset();
+        throw Error(Error::Kind::General, number, unconfirmedText);
+    }
     if (m_transaction == InTransaction::Yes) {
         // Some failures undo the whole transaction (a deadlock's victim): what would follow must not be stored alone.
         const QString &question = m_session->flavour->openQuery;
@@ -280,7 +292,7 @@ void OdbcEngine::fail(const Failed &failed, Action action)
 Rows OdbcEngine::query(const QString &sql, const Params &params)
 {
     return guarded(Action::Reading, [&](Session &session) {
-        Outcome outcome = session.run(sql, params, statementSeconds);
+        Outcome outcome = session.run(sql, params, patience());
         if (outcome.results.empty())
             throw Error(Error::Kind::Syntax, 0, QStringLiteral("La sentencia no es una consulta."));
         return std::move(outcome.results.front());
@@ -304,9 +316,7 @@ int OdbcEngine::execute(const QString &sql, const Params &params)
         const bool asks = verb == u"INSERT" && !session.flavour->insertedSuffix.isEmpty();
         // The number has to be asked for in the same batch: another one is another scope, where it is not known.
         const Outcome outcome = session.run(
-            asks ? sql + session.flavour->insertedSuffix : sql,
-            params,
-            definition ? definitionSeconds : statementSeconds);
+            asks ? sql + session.flavour->insertedSuffix : sql, params, definition ? definitionSeconds : patience());
         if (asks)
             m_insertedId = outcome.results.empty() ? 0 : outcome.results.back()->integer(0, 0);
         checkStored(sql, outcome.changed, 1);
@@ -354,10 +364,10 @@ int OdbcEngine::executeBatch(const QString &sql, const std::vector<Params> &rows
 
 qint64 OdbcEngine::insertedId()
 {
-    return guarded(Action::Reading, [&](Session &session) {
-        const QString &question = session.flavour->insertedQuery;
-        return question.isEmpty() ? m_insertedId
-                                  : session.run(question, {}, statementSeconds).results.at(0)->integer(0, 0);
+    if (!m_session || m_session->flavour->insertedQuery.isEmpty())
+        return m_insertedId;
+    return guarded(Action::Reading, [](Session &session) {
+        return session.run(session.flavour->insertedQuery, {}, statementSeconds).results.at(0)->integer(0, 0);
     });
 }
 
@@ -365,8 +375,8 @@ void OdbcEngine::begin()
 {
     guarded(Action::Reading, [&](Session &session) {
         const int wait = m_wait > 0 ? m_wait : busyMilliseconds;
-        const Outcome outcome = session.run(session.flavour->begin.arg(wait), {}, statementSeconds);
-        if (!outcome.results.empty() && outcome.results.back()->integer(0, 0) < 0) {
+        const Outcome outcome = session.run(session.flavour->begin.arg(wait), {}, wait / 1000 + patience());
+        if (outcome.results.empty() || outcome.results.back()->integer(0, 0) < 0) {
             (void)session.run(session.flavour->rollback, {}, statementSeconds);
             throw Error(
                 Error::Kind::Busy,

@@ -61,6 +61,7 @@ private:
     auto guarded(Action action, const Work &work);
     [[noreturn]] void fail(const odbc::Failed &failed, Action action);
     void applyWait(Session &session);
+    [[nodiscard]] int patience() const;
     void checkStored(const QString &sql, qint64 changed, qint64 expected) const;
 
     odbc::Target m_target;

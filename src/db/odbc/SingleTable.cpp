@@ -68,6 +68,8 @@ QString singleTable(const QString &sql)
     for (size_t i = 0; i < tokens.size(); ++i) {
         const bool inside = std::find(nested.begin(), nested.end(), true) != nested.end();
         if (tokens[i].isSymbol(u"(")) {
+            if (nested.empty())
+                own.push_back(&tokens[i]);
             nested.push_back(i + 1 < tokens.size() && tokens[i + 1].isWord(u"select"));
             continue;
         }

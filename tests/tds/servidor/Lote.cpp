@@ -76,7 +76,7 @@ QStringList sentenciasDe(const QString &lote)
     return todas;
 }
 
-QString conSignos(const QString &sentencia, QVector<int> &orden)
+QString conSignos(const QString &sentencia, const QVariantList &parametros, QVariantList &suyos)
 {
     QString salida;
     for (qsizetype i = 0; i < sentencia.size();) {
@@ -90,7 +90,18 @@ QString conSignos(const QString &sentencia, QVector<int> &orden)
             qsizetype fin = i + 2;
             while (fin < sentencia.size() && sentencia.at(fin).isDigit())
                 ++fin;
-            orden << sentencia.mid(i + 2, fin - i - 2).toInt() - 1;
+            suyos << parametros.value(sentencia.mid(i + 2, fin - i - 2).toInt() - 1);
+            salida += u'?';
+            i = fin;
+            continue;
+        }
+        if (QStringView(sentencia).mid(i, 2).compare(u"0x", Qt::CaseInsensitive) == 0
+            && (i == 0 || !esLetra(sentencia.at(i - 1)))) {
+            qsizetype fin = i + 2;
+            while (fin < sentencia.size() && esLetra(sentencia.at(fin)))
+                ++fin;
+            const QByteArray bytes = QByteArray::fromHex(sentencia.mid(i + 2, fin - i - 2).toLatin1());
+            suyos << QVariant(bytes.isNull() ? QByteArray("") : bytes);
             salida += u'?';
             i = fin;
             continue;

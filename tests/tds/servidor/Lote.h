@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QVariantList>
 
 namespace tds {
 
@@ -9,7 +10,7 @@ namespace tds {
 /// What stands between BEGIN and END (of a block or a CASE), in brackets, quotes and comments is one.
 [[nodiscard]] QStringList sentenciasDe(const QString &lote);
 
-/// Puts "?" for @P1, @P2... outside quotes; `orden` tells which parameter each is, counted from 0.
-[[nodiscard]] QString conSignos(const QString &sentencia, QVector<int> &orden);
+/// Puts "?" for @P1, @P2... and for bytes (0x00FF) outside quotes; `suyos` gets the value of each.
+[[nodiscard]] QString conSignos(const QString &sentencia, const QVariantList &parametros, QVariantList &suyos);
 
 } // namespace tds

@@ -339,11 +339,8 @@ void Sesion::ejecutar(Escritor &salida, const QString &texto, const db::Params &
         for (const QString &sentencia : sentenciasDe(texto)) {
             if (propia(salida, sentencia, parametros, fin))
                 continue;
-            QVector<int> orden;
-            const QString conLugares = conSignos(sentencia, orden);
             db::Params suyos;
-            for (const int i : orden)
-                suyos << parametros.value(i);
+            const QString conLugares = conSignos(sentencia, parametros, suyos);
             if (conLugares.startsWith(u"SELECT", Qt::CaseInsensitive)) {
                 const db::Rows filas = m_motor->query(conLugares, suyos);
                 escribirFilas(salida, *filas, conLugares);
