@@ -73,8 +73,15 @@ namespace {
 std::set<QDate> dias(const db::Rows &filas)
 {
     std::set<QDate> dias;
-    for (int i = 0; i < filas->rowCount(); ++i)
+    QByteArrayView anterior; // the appointments of a day follow each other: its date is read once
+    for (int i = 0; i < filas->rowCount(); ++i) {
+        const QByteArrayView texto = filas->utf8(i, 0);
+        const QByteArrayView dia = texto.first(qMin<qsizetype>(10, texto.size()));
+        if (!dia.isEmpty() && dia == anterior)
+            continue;
+        anterior = dia;
         dias.insert(filas->dateTime(i, 0).date());
+    }
     return dias;
 }
 

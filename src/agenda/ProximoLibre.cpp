@@ -8,7 +8,7 @@
 
 #include <algorithm>
 #include <map>
-#include <set>
+#include <unordered_set>
 
 namespace agenda {
 
@@ -17,11 +17,14 @@ namespace {
 /// Days of the first stretch; a professional is seldom booked up for longer.
 constexpr int primerTramo = 28;
 
+/// A number for each minute: a set of them is searched without asking the time zone what a date-time means.
+qint64 minutoDe(QDate fecha, QTime hora) { return fecha.toJulianDay() * 1440 + hora.hour() * 60 + hora.minute(); }
+
 /// One professional's book while it is looked through.
 struct Libro {
     QVector<Plantilla> plantillas; ///< newest first
     QVector<DiaNoLaborable> noLaborables;
-    std::set<QDateTime> ocupados;
+    std::unordered_set<qint64> ocupados; ///< by minutoDe()
 
     [[nodiscard]] const Plantilla *plantilla(QDate fecha) const
     {
@@ -66,23 +69,24 @@ void leerOcupados(db::Connection &conexion, std::map<int, Libro> &libros, QDate 
         libro.ocupados.clear();
     for (int i = 0; i < filas->rowCount(); ++i) {
         const QDateTime momento = filas->dateTime(i, 1);
-        libros[int(filas->integer(i, 0))].ocupados.emplace(momento.date(), alMinuto(momento.time()));
+        libros[int(filas->integer(i, 0))].ocupados.insert(minutoDe(momento.date(), momento.time()));
     }
 }
 
 /// The day's openings; an empty `libres` when there are none.
-DiaConLugar buscarEn(const Libro &libro, const db::Doctor &profesional, QDate fecha, const QDateTime &desde)
+DiaConLugar buscarEn(const Libro &libro, const db::Doctor &profesional, QDate fecha, qint64 desde)
 {
     DiaConLugar dia{profesional.id, profesional.nombre, fecha, {}, 0};
     const Plantilla *plantilla = libro.plantilla(fecha);
     if (!plantilla || !libro.atiende(fecha))
         return dia;
+    std::vector<QTime> horas = GrillaDia(plantilla->jornada(fecha)).horas();
     // Overlapping halves of the day name a start time twice.
-    const GrillaDia grilla(plantilla->jornada(fecha));
-    const std::set<QTime> horas(grilla.horas().begin(), grilla.horas().end());
+    std::sort(horas.begin(), horas.end());
+    horas.erase(std::unique(horas.begin(), horas.end()), horas.end());
     for (const QTime &hora : horas) {
-        const QDateTime momento(fecha, hora);
-        if (momento < desde || libro.ocupados.contains(momento))
+        const qint64 minuto = minutoDe(fecha, hora);
+        if (minuto < desde || libro.ocupados.contains(minuto))
             continue;
         if (dia.libres++ == 0)
             dia.primera = hora;
@@ -113,7 +117,7 @@ proximosLibres(db::Connection &conexion, const QVector<db::Doctor> &profesionale
     ultimo = qMin(ultimo, ahora.date().addDays(diasVistaLibres));
     leerNoLaborables(conexion, libros);
 
-    const QDateTime desde(ahora.date(), alMinuto(ahora.time()));
+    const qint64 desde = minutoDe(ahora.date(), ahora.time());
     int tramo = primerTramo;
     for (QDate primero = ahora.date(); primero <= ultimo && int(dias.size()) < cuantos; tramo *= 2) {
         const QDate hasta = qMin(ultimo, primero.addDays(tramo - 1));

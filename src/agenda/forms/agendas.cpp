@@ -174,8 +174,13 @@ void agendas::mostrarDia()
         textos.push_back(fila.textos());
         claves.push_back(fila.clave());
     }
+    // The colours go by the hour too: reckoned at each reading, and not for each cell that is painted.
+    const QDateTime ahora = entorno().clock().now();
+    m_fondos.clear();
+    for (const FilaDia &fila : m_dia.filas)
+        m_fondos.push_back(colorDe(m_dia.tono(fila, ahora)));
     if (textos == m_textosMostrados && claves == m_clavesMostradas) {
-        lista->viewport()->update(); // the colours go by the hour
+        lista->viewport()->update();
     } else {
         m_textosMostrados = textos;
         m_clavesMostradas = claves;
@@ -339,7 +344,7 @@ void agendas::conectar()
         const FilaDia &suya = m_dia.filas[size_t(fila)];
         if (m_corte && suya.id == m_corte->id)
             return QColor(0xCF, 0xE2, 0xF7);
-        return colorDe(m_dia.tono(suya, entorno().clock().now()));
+        return m_fondos[size_t(fila)];
     });
     lista->modelo().setAyuda([this](int fila) {
         const FilaDia &f = m_dia.filas[size_t(fila)];

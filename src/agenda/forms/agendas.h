@@ -4,6 +4,8 @@
 #include "agenda/DiasNoLaborables.h"
 #include "ui/Ventana.h"
 
+#include <QColor>
+
 class QAction;
 class QComboBox;
 class QHBoxLayout;
@@ -168,6 +170,7 @@ private:
     std::optional<Corte> m_corte;
     std::vector<AccionDeMenu> m_acciones;
     QHBoxLayout *m_salidas; ///< end of the second row of buttons: what prints and copies the day
+    std::vector<QColor> m_fondos; ///< by row of the day
     std::vector<QStringList> m_textosMostrados;
     std::vector<qint64> m_clavesMostradas;
 };
