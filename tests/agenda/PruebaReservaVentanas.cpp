@@ -208,6 +208,7 @@ private slots:
             base::Icono::Advertencia);
         pulsar(n->guardar);
         QCOMPARE(n->listaturnos->selectedItems().size(), 2);
+        QVERIFY(abierta<agendanuevoturno>("agendanuevoturno"));
         QTest::keyClick(n->listaturnos, Qt::Key_Delete);
         QCOMPARE(n->listaturnos->count(), 0);
         base->guion.esperarMensaje("Aviso...", "Debe indicar el día y la hora del turno que le asignará al paciente.");

@@ -57,7 +57,7 @@ bool agendanuevoturno::preparar(const ui::Pedido &pedido)
         return false;
     m_doctor = pedido.datos.value(QStringLiteral("doctor")).toInt();
     profesional->setText(nombreProfesional(conexion(), m_doctor));
-    refrescar();
+    m_panel->cargar(conexion());
     elegirpaciente->setVisible(ventanas().existe(QStringLiteral("elecpaci")));
     recibirDatos(pedido.datos);
     m_iniciales = m_panel->lineas();
@@ -84,7 +84,11 @@ void agendanuevoturno::recibirDatos(const QVariantMap &datos)
     }
 }
 
-void agendanuevoturno::refrescar() { m_panel->cargar(conexion()); }
+void agendanuevoturno::refrescar()
+{
+    m_panel->cargar(conexion());
+    mostrarAviso();
+}
 
 bool agendanuevoturno::hayCambios() const
 {
