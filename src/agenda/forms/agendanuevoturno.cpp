@@ -8,6 +8,7 @@
 #include "base/Clock.h"
 #include "db/Entorno.h"
 #include "db/ListaDoctores.h"
+#include "patients/BusquedaPacientes.h"
 #include "patients/forms/CampoPaciente.h"
 #include "ui/Botones.h"
 #include "ui/Estilo.h"
@@ -77,7 +78,7 @@ void agendanuevoturno::recibirDatos(const QVariantMap &datos)
     if (const auto dato = datos.constFind(QStringLiteral("observacionestur")); dato != datos.cend())
         observacionestur->setPlainText(dato->toString());
     if (const int nrohc = datos.value(QStringLiteral("nrohc")).toInt(); nrohc != 0) {
-        if (const auto nombre = nombrePaciente(conexion(), nrohc))
+        if (const auto nombre = patients::nombrePaciente(conexion(), nrohc))
             paciente->setPaciente(nrohc, *nombre);
         else
             aceptado(pacienteInexistente());
