@@ -13,6 +13,9 @@ namespace agenda {
 
 namespace {
 
+/// Lines of a report that fit on a small screen.
+constexpr qsizetype maximoRenglones = 30;
+
 base::Rechazo aviso(const QString &texto, const QString &campo) { return {base::titulo::aviso, texto, campo}; }
 
 base::Control controlar(db::Entorno &entorno, const Reserva &reserva)
@@ -101,8 +104,11 @@ base::Rechazo rechazoSobreturnos(const QVector<QDateTime> &momentos, bool alguno
     QString texto = algunoAsignado
         ? QStringLiteral("Los siguientes sobreturnos no se asignaron ya que se alcanzó el límite permitido:")
         : QStringLiteral("No puede registrar más sobreturnos. Los siguientes turnos no se asignaron:");
-    for (const QDateTime &momento : momentos)
-        texto += u'\n' + base::fechaHoraTexto(momento);
+    // One line each; of a long series as many beside each other as keep the message within the screen.
+    const auto juntos = (momentos.size() + maximoRenglones - 1) / maximoRenglones;
+    for (qsizetype i = 0; i < momentos.size(); ++i)
+        texto
+            += (i % juntos == 0 ? QStringLiteral("\n") : QStringLiteral("    ")) + base::fechaHoraTexto(momentos.at(i));
     return {base::titulo::atencion, texto, QStringLiteral("listaturnos"), base::Icono::Advertencia};
 }
 

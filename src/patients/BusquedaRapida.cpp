@@ -18,8 +18,13 @@ std::vector<FiltroPacientes> filtros(const QString &texto)
             return FiltroPacientes{.reducido = false, .actividad = FiltroPacientes::Actividad::Todos, .dni = dni};
         };
         std::vector<FiltroPacientes> dnis{deDni(numero)};
-        if (numero != texto)
-            dnis.push_back(deDni(texto)); // stored with its points
+        // Stored with its points: of a number not yet whole, after its first or second digit.
+        for (const int millones : {2, 1}) {
+            QString conPuntos = numero.left(millones);
+            for (auto i = qsizetype(millones); i < numero.size(); i += 3)
+                conPuntos += u'.' + numero.mid(i, 3);
+            dnis.push_back(deDni(conPuntos));
+        }
         return dnis;
     }
     const auto deNombre = [](const QString &apellido, const QString &nombres) {

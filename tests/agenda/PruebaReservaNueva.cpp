@@ -115,6 +115,17 @@ private slots:
         QVERIFY(base.guion.terminar());
     }
 
+    void un_informe_largo_entra_en_la_pantalla()
+    {
+        QVector<QDateTime> momentos;
+        for (int i = 0; i < 366; ++i)
+            momentos << Consultorio::a(Consultorio::lunes().addDays(i), "09:20");
+        const QStringList lineas = rechazoSobreturnos(momentos, true).texto.split('\n').mid(1);
+        QVERIFY(lineas.size() <= 30);
+        QCOMPARE(lineas.join(' ').count("09:20"), 366);
+        QCOMPARE(rechazoSobreturnos(momentos.mid(0, 30), true).texto.count('\n'), 30);
+    }
+
     void turnos_del_mismo_dia_data() { soporte::filasDeDialecto(); }
     void turnos_del_mismo_dia()
     {

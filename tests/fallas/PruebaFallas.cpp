@@ -1,3 +1,4 @@
+#include "agenda/Plantilla.h"
 #include "db/Connection.h"
 #include "db/Error.h"
 #include "db/engine/EmbeddedEngine.h"
@@ -139,6 +140,35 @@ private slots:
         const auto b = iniciarTerminal(base, otra, QDate(2027, 1, 1), 60);
         QVERIFY(a->waitForFinished(120000) && b->waitForFinished(120000));
         QCOMPARE(a->exitCode() + b->exitCode(), 0);
+        QCOMPARE(base.valor(u"SELECT count(id) FROM [Agenda Turnos]"_qs), u"180"_qs);
+    }
+
+    /// Both stations give the same start times, which allow one appointment each: each goes to one of them, whoever
+    /// came first, and every one that a station told as saved is there.
+    void startTimesHoldBetweenStations()
+    {
+        soporte::BaseDePrueba base;
+        agenda::Plantilla plantilla;
+        plantilla.iddoctor = base.usuario;
+        plantilla.dias.fill({QTime(10, 0), QTime(11, 0), {}, {}, 20});
+        plantilla.sobreturnos.cantidadsobreturnoshora = 0;
+        QVERIFY(agenda::guardarPlantilla(base.conexion(), plantilla, u"1/1/2027"_qs, u"31/12/2027"_qs));
+        const int una = crearPaciente(base, u"Núñez"_qs), otra = crearPaciente(base, u"Pérez"_qs);
+        const auto a = iniciarTerminal(base, una, QDate(2027, 1, 1), 60);
+        const auto b = iniciarTerminal(base, otra, QDate(2027, 1, 1), 60);
+        QVERIFY(a->waitForFinished(120000) && b->waitForFinished(120000));
+        QCOMPARE(a->exitCode() + b->exitCode(), 0);
+        int dichos = 0;
+        for (const auto &[proceso, paciente] : {std::pair(a.get(), una), std::pair(b.get(), otra)})
+            for (const auto &ids : guardados(*proceso))
+                for (const qint64 id : ids) {
+                    ++dichos;
+                    QCOMPARE(
+                        base.valor(u"SELECT NroHC FROM [Agenda Turnos] WHERE id = ?"_qs, {id}),
+                        QString::number(paciente));
+                }
+        QCOMPARE(dichos, 180);
+        QCOMPARE(base.conexion().query(u"SELECT Fecha FROM [Agenda Turnos] GROUP BY Fecha"_qs)->rowCount(), 180);
         QCOMPARE(base.valor(u"SELECT count(id) FROM [Agenda Turnos]"_qs), u"180"_qs);
     }
 

@@ -8,6 +8,7 @@
 #include "base/Clock.h"
 #include "db/Entorno.h"
 #include "db/ListaDoctores.h"
+#include "patients/BusquedaPacientes.h"
 #include "patients/forms/CampoPaciente.h"
 #include "ui/Botones.h"
 #include "ui/Estilo.h"
@@ -57,7 +58,7 @@ bool agendanuevoturno::preparar(const ui::Pedido &pedido)
         return false;
     m_doctor = pedido.datos.value(QStringLiteral("doctor")).toInt();
     profesional->setText(nombreProfesional(conexion(), m_doctor));
-    refrescar();
+    m_panel->cargar(conexion());
     elegirpaciente->setVisible(ventanas().existe(QStringLiteral("elecpaci")));
     recibirDatos(pedido.datos);
     m_iniciales = m_panel->lineas();
@@ -77,14 +78,18 @@ void agendanuevoturno::recibirDatos(const QVariantMap &datos)
     if (const auto dato = datos.constFind(QStringLiteral("observacionestur")); dato != datos.cend())
         observacionestur->setPlainText(dato->toString());
     if (const int nrohc = datos.value(QStringLiteral("nrohc")).toInt(); nrohc != 0) {
-        if (const auto nombre = nombrePaciente(conexion(), nrohc))
+        if (const auto nombre = patients::nombrePaciente(conexion(), nrohc))
             paciente->setPaciente(nrohc, *nombre);
         else
             aceptado(pacienteInexistente());
     }
 }
 
-void agendanuevoturno::refrescar() { m_panel->cargar(conexion()); }
+void agendanuevoturno::refrescar()
+{
+    m_panel->cargar(conexion());
+    mostrarAviso();
+}
 
 bool agendanuevoturno::hayCambios() const
 {

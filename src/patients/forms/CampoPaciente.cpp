@@ -34,7 +34,9 @@ CampoPaciente::CampoPaciente(db::Entorno &entorno, QWidget *parent)
             desplegable->popup()->hide();
             return;
         }
-        desplegable->complete();
+        // As wide as its longest line: the document is what tells two of the same name apart.
+        const int ancho = desplegable->popup()->sizeHintForColumn(0) + 40;
+        desplegable->complete(QRect(0, 0, qMax(width(), ancho), height()));
         if (m_hallados.total == 1)
             desplegable->popup()->setCurrentIndex(desplegable->completionModel()->index(0, 0));
     });
