@@ -265,7 +265,10 @@ bool GrillaTodas::elegirHora(int doctor, QTime hora)
 {
     const int columna = m_modelo->columnaDe(doctor);
     const auto &horas = m_modelo->cuadro().horas;
-    const auto renglon = std::lower_bound(horas.begin(), horas.end(), hora) - horas.begin();
+    // The line of that hour, or the one that goes on then.
+    const auto siguiente = std::upper_bound(horas.begin(), horas.end(), hora);
+    const auto renglon
+        = siguiente == horas.begin() ? 0 : std::lower_bound(horas.begin(), siguiente, *(siguiente - 1)) - horas.begin();
     const QModelIndex indice = columna < 0 ? QModelIndex() : cercana(columna, int(renglon));
     if (!indice.isValid())
         return false;

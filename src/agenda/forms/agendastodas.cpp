@@ -170,11 +170,11 @@ void agendastodas::mostrarSala()
             continue;
         }
         textos.push_back(
-            {horaTexto(uno.hora),
+            {uno.espera(ahora),
              uno.paciente,
              uno.profesional,
-             uno.llegada.isValid() ? horaTexto(uno.llegada.time()) : QStringLiteral("—"),
-             uno.espera(ahora)});
+             horaTexto(uno.hora),
+             uno.llegada.isValid() ? horaTexto(uno.llegada.time()) : QStringLiteral("—")});
         claves.push_back(uno.id);
     }
     QString titulo = tr("&Sala de espera: %1").arg(claves.size());
@@ -425,8 +425,8 @@ void agendastodas::conectar()
         intentar([this] { mostrarDetalle(); });
     });
     connect(lista, &GrillaTodas::activada, this, [this] { intentar([this] { activar(); }); });
-    connect(sala, &ui::Grilla::filaCambiada, this, [this](int fila) {
-        if (!m_poniendo && fila >= 0)
+    connect(sala->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        if (!m_poniendo)
             elegirDeSala();
     });
     connect(sala, &ui::Grilla::activada, this, [this] {

@@ -7,6 +7,7 @@
 
 #include <set>
 
+class QHBoxLayout;
 class QLabel;
 class QListWidget;
 class QPushButton;
@@ -65,7 +66,8 @@ public:
 private:
     void construir();
     QWidget *panelIzquierdo();
-    QWidget *barraOperaciones();
+    /// The operations on the chosen cells; those on the professional go beside the date.
+    QWidget *barraOperaciones(QHBoxLayout &titulo);
     QWidget *panelSala();
     void conectar();
     void conectarOperaciones();
