@@ -1,4 +1,5 @@
 #include "Consultorio.h"
+#include "agenda/DiasNoLaborables.h"
 #include "agenda/forms/CalendarioMes.h"
 #include "agenda/forms/Registro.h"
 #include "agenda/forms/agendanuevoturno.h"
@@ -7,6 +8,7 @@
 #include "agenda/forms/resulbusque.h"
 #include "agenda/forms/telefonomodif.h"
 #include "agenda/forms/telefonos.h"
+#include "db/Error.h"
 #include "support/Prueba.h"
 #include "ui/Grilla.h"
 #include "ui/Preferencias.h"
@@ -243,6 +245,23 @@ private slots:
         ventanas->refrescar({"agendastodas"});
         QCOMPARE(elegido(a), QString());
         QVERIFY(!a->sinollego->isEnabled() && !a->liberar->isEnabled());
+
+        // What cannot be read is told once; a reload by hand brings the ticks back.
+        base->conexion().execute("ALTER TABLE [Agenda Turnos No Se Atiende] RENAME TO guardada");
+        QString falla;
+        try {
+            (void)quienesNoAtienden(base->conexion(), Consultorio::lunes());
+        } catch (const db::Error &error) {
+            falla = error.description();
+        }
+        base->guion.esperarMensaje("ERROR...", falla);
+        a->tiempo->setInterval(1);
+        QTRY_VERIFY(!a->tiempo->isActive());
+        QTest::qWait(20);
+        base->conexion().execute("ALTER TABLE guardada RENAME TO [Agenda Turnos No Se Atiende]");
+        QTest::keyClick(a, Qt::Key_F5);
+        QVERIFY(a->tiempo->isActive());
+        QCOMPARE(a->tiempo->interval(), 30000);
     }
 
     void elige_profesionales_y_dia()
@@ -269,8 +288,10 @@ private slots:
         ui::Preferencias::usarArchivo({});
 
         a->lista->setFocus();
+        a->lista->elegirHora(bruni, QTime(9, 30));
         QTest::keyClick(a->lista, Qt::Key_Right, Qt::ControlModifier);
         QCOMPARE(a->fechaactiva->text(), QString("Martes 24 de noviembre de 2026"));
+        QCOMPARE(elegido(a), QString("Bruni 09:30 "));
         QTest::keyClick(a->lista, Qt::Key_Left, Qt::ControlModifier);
         QTest::keyClick(a->lista, Qt::Key_Left, Qt::ControlModifier);
         QCOMPARE(a->fechadia->fecha(), Consultorio::lunes().addDays(-1));

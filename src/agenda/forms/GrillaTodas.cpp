@@ -16,7 +16,9 @@ namespace agenda {
 namespace {
 
 /// Letters that a column shows at least; with more columns than fit the table scrolls.
-constexpr int letrasPorColumna = 17;
+constexpr int letrasPorColumna = 20;
+/// Two lines further apart than this many seconds are parted: lunch, between morning and afternoon.
+constexpr int pausa = 90 * 60;
 constexpr int borde = 4;
 
 QColor conTransparencia(QColor color, int alfa)
@@ -95,6 +97,10 @@ public:
         }
         if (lugar.fila)
             pintarFila(painter, opcion, index, lugar, fuera);
+        const auto &horas = m_grilla.modelo().cuadro().horas;
+        const auto renglon = size_t(index.row());
+        if (renglon > 0 && horas[renglon - 1].secsTo(horas[renglon]) > pausa)
+            painter->fillRect(QRect(todo.topLeft(), QSize(todo.width(), 2)), ui::color::tenue());
         painter->restore();
     }
 

@@ -401,7 +401,14 @@ void agendastodas::alTic()
 
 void agendastodas::conectar()
 {
-    connect(fechadia, &CalendarioMes::fechaElegida, this, [this] { intentar([this] { recargar(); }); });
+    connect(fechadia, &CalendarioMes::fechaElegida, this, [this] {
+        intentar([this] {
+            const auto antes = elegido();
+            recargar();
+            if (antes && !lista->actual().fila)
+                lista->elegirHora(antes->doctor, antes->fila.hora);
+        });
+    });
     const auto irA = [this](QAbstractButton *boton, const std::function<QDate(QDate)> &cual) {
         connect(boton, &QAbstractButton::clicked, this, [this, cual] { fechadia->setFecha(cual(fechadia->fecha())); });
     };
