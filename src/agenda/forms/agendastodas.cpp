@@ -70,8 +70,8 @@ bool agendastodas::preparar(const ui::Pedido &pedido)
     }
     recargar();
     lista->setFocus();
-    if (!lista->actual().fila) {
-        const int doctor = pedido.datos.value(QStringLiteral("doctor")).toInt();
+    const int doctor = pedido.datos.value(QStringLiteral("doctor")).toInt();
+    if (doctor != 0 || !lista->actual().fila) {
         const AgendaDelDia *primera = lista->modelo().agenda(0);
         const QDateTime ahora = entorno().clock().now();
         const QTime hora = fechadia->fecha() == ahora.date() ? alMinuto(ahora.time()) : QTime(0, 0);

@@ -142,6 +142,7 @@ QWidget *agendastodas::panelSala()
         QStringLiteral("|>Espera   |<Paciente           |<Profesional      |^Turno|^Llegó"),
         panel);
     sala->setSelectionMode(QAbstractItemView::SingleSelection);
+    sala->setSortingEnabled(false); // the longest waiting stays on top
     sala->setMinimumHeight(4 * sala->verticalHeader()->defaultSectionSize());
     titulosala->setBuddy(sala);
     columna->addWidget(titulosala);

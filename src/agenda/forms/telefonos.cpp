@@ -77,8 +77,8 @@ void telefonos::construir()
 
     lista = new ui::Grilla(
         QStringLiteral("lista"),
-        QStringLiteral("|<Nombre                  |<Teléfono        |<Celular       |<Origen     "
-                       "|<Correo electrónico|<Dirección     |<Observaciones "),
+        QStringLiteral("|<Nombre                 |<Teléfono        |<Celular          |<Origen     "
+                       "|<Correo        |<Dirección    |<Observaciones "),
         this);
     cantidad = new QLabel(this);
     cantidad->setObjectName(QStringLiteral("cantidad"));
