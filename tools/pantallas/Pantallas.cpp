@@ -20,8 +20,8 @@ std::vector<Pantalla> lista()
          {escenasDeSistema,
           escenasDeUsuarios,
           escenasDeAgenda,
-          escenasDeTodasLasAgendas,
           escenasDePacientes,
+          escenasDeTodasLasAgendas,
           escenasDeFichas,
           escenasDeMantenimiento})
         for (Pantalla &pantalla : escenas())
