@@ -37,4 +37,7 @@ struct MesCalendario {
 /// Days with appointments of the professional; blocked slots are none.
 [[nodiscard]] std::set<QDate> diasConTurnos(db::Connection &conexion, int doctor, QDate desde, QDate hasta);
 
+/// The same for all professionals together.
+[[nodiscard]] std::set<QDate> diasConTurnosDeTodos(db::Connection &conexion, QDate desde, QDate hasta);
+
 } // namespace agenda

@@ -101,6 +101,19 @@ std::optional<Plantilla> elegirPlantilla(db::Connection &conexion, int iddoctor,
     return deFila(filas);
 }
 
+std::map<int, Plantilla> elegirPlantillas(db::Connection &conexion, QDate fecha)
+{
+    const QString dia = conexion.dialect().date(fecha);
+    db::Recordset filas(
+        conexion,
+        QStringLiteral("SELECT * FROM [Agenda Turnos Horarios] WHERE fechadesde <= ") + dia
+            + QStringLiteral(" and fechahasta >= ") + dia + QStringLiteral(" ORDER BY id DESC"));
+    std::map<int, Plantilla> suyas;
+    for (; !filas.eof(); filas.moveNext())
+        suyas.try_emplace(int(filas.integer(u"iddoctor")), deFila(filas)); // the newest comes first
+    return suyas;
+}
+
 Plantilla plantillaNueva(db::Connection &conexion, int iddoctor)
 {
     Plantilla p;
@@ -118,19 +131,6 @@ std::optional<Plantilla> leerPlantilla(db::Connection &conexion, int id)
     if (filas.isEmpty())
         return std::nullopt;
     return deFila(filas);
-}
-
-std::map<int, Plantilla> elegirPlantillas(db::Connection &conexion, QDate fecha)
-{
-    const QString dia = conexion.dialect().date(fecha);
-    db::Recordset filas(
-        conexion,
-        QStringLiteral("SELECT * FROM [Agenda Turnos Horarios] WHERE fechadesde <= ") + dia
-            + QStringLiteral(" and fechahasta >= ") + dia + QStringLiteral(" ORDER BY id DESC"));
-    std::map<int, Plantilla> suyas;
-    for (; !filas.eof(); filas.moveNext())
-        suyas.try_emplace(int(filas.integer(u"iddoctor")), deFila(filas)); // the newest comes first
-    return suyas;
 }
 
 QVector<PlantillaListada> listarPlantillas(db::Connection &conexion, int iddoctor)

@@ -66,13 +66,13 @@ struct PlantillaListada {
 
 /// The newest template (highest `id`) whose range holds the date.
 [[nodiscard]] std::optional<Plantilla> elegirPlantilla(db::Connection &conexion, int iddoctor, QDate fecha);
+/// The same choice for every professional, by his `id`; those without a template are missing. One statement.
+[[nodiscard]] std::map<int, Plantilla> elegirPlantillas(db::Connection &conexion, QDate fecha);
 /// What the editor begins a new one with: no hours, and from Monday to Saturday the slot lengths that the practice set.
 [[nodiscard]] Plantilla plantillaNueva(db::Connection &conexion, int iddoctor);
 [[nodiscard]] std::optional<Plantilla> leerPlantilla(db::Connection &conexion, int id);
 [[nodiscard]] QVector<PlantillaListada> listarPlantillas(db::Connection &conexion, int iddoctor);
 [[nodiscard]] AjustesSobreturno ajustesSobreturno(db::Connection &conexion, int iddoctor, QDate fecha);
-/// elegirPlantilla() for every professional, by his `id`; those without a template are missing. One statement.
-[[nodiscard]] std::map<int, Plantilla> elegirPlantillas(db::Connection &conexion, QDate fecha);
 
 /// Stores a new (`id` 0) or changed template with the dates as typed; its own dates are not looked at. Yields its `id`.
 /// Fields of refusals: `fechadesde`, `fechahasta`.

@@ -2,8 +2,6 @@
 
 #include "agenda/DiasNoLaborables.h"
 #include "agenda/LecturaDia.h"
-#include "agenda/Textos.h"
-#include "db/Connection.h"
 #include "db/ListaDoctores.h"
 
 #include <algorithm>
@@ -73,19 +71,6 @@ TodasAgendas cargarTodas(db::Connection &conexion, QDate fecha, QDate hoy)
         todas.agendas.push_back(
             armar(leido, leido.turnos.begin()->first, QStringLiteral("<Médico sin Identificar>"), fecha));
     return todas;
-}
-
-std::set<QDate> diasConTurnosDeTodos(db::Connection &conexion, QDate desde, QDate hasta)
-{
-    const db::Rows filas = conexion.query(
-        QStringLiteral("SELECT Fecha FROM [Agenda Turnos] WHERE ")
-            + conexion.dialect().dayRange(QStringLiteral("Fecha"), desde, hasta)
-            + QStringLiteral(" And NroHC <> ? GROUP BY Fecha"),
-        {nroBloqueado});
-    std::set<QDate> dias;
-    for (int i = 0; i < filas->rowCount(); ++i)
-        dias.insert(filas->dateTime(i, 0).date());
-    return dias;
 }
 
 } // namespace agenda

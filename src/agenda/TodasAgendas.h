@@ -2,8 +2,6 @@
 
 #include "agenda/DiaAgenda.h"
 
-#include <set>
-
 namespace agenda {
 
 /// One professional's day among those of all.
@@ -28,8 +26,5 @@ struct TodasAgendas {
 /// Loads the day of every professional with a fixed number of statements, however many there are. Appointments of
 /// somebody who is no professional (any more) come last, so that none is out of sight. `hoy` as for cargarDia().
 [[nodiscard]] TodasAgendas cargarTodas(db::Connection &conexion, QDate fecha, QDate hoy);
-
-/// Days of a range on which anybody has appointments; blocked slots are none.
-[[nodiscard]] std::set<QDate> diasConTurnosDeTodos(db::Connection &conexion, QDate desde, QDate hasta);
 
 } // namespace agenda

@@ -20,8 +20,8 @@ std::vector<Pantalla> lista()
          {escenasDeSistema,
           escenasDeUsuarios,
           escenasDeAgenda,
-          escenasDePacientes,
           escenasDeTodasLasAgendas,
+          escenasDePacientes,
           escenasDeFichas,
           escenasDeMantenimiento})
         for (Pantalla &pantalla : escenas())

@@ -19,10 +19,6 @@ namespace agenda {
 void registrarVentanas(db::Entorno &entorno, ui::Ventanas &ventanas)
 {
     ui::registrar<agendas>(entorno, ventanas, QStringLiteral("agendas"), ui::Modo::Marco);
-    ui::registrar<agendastodas>(entorno, ventanas, QStringLiteral("agendastodas"), ui::Modo::Marco);
-    ui::registrar<resulbusque>(entorno, ventanas, QStringLiteral("resulbusque"), ui::Modo::Marco);
-    ui::registrar<telefonos>(entorno, ventanas, QStringLiteral("telefonos"), ui::Modo::Marco);
-    ui::registrar<telefonomodif>(entorno, ventanas, QStringLiteral("telefonomodif"), ui::Modo::Dialogo);
     ui::registrar<agendahorarios>(entorno, ventanas, QStringLiteral("agendahorarios"), ui::Modo::Dialogo);
     ventanas.registrar(QStringLiteral("agendahorarios2"), ui::Modo::Dialogo, [&entorno, &ventanas] {
         return new agendahorarios(entorno, ventanas, QStringLiteral("agendahorarios2"));
@@ -36,6 +32,10 @@ void registrarVentanas(db::Entorno &entorno, ui::Ventanas &ventanas)
     ui::registrar<agendamodifturno>(entorno, ventanas, QStringLiteral("agendamodifturno"), ui::Modo::Dialogo);
     ui::registrar<agendamotivo>(entorno, ventanas, QStringLiteral("agendamotivo"), ui::Modo::Dialogo);
     ui::registrar<agendaobservacion>(entorno, ventanas, QStringLiteral("agendaobservacion"), ui::Modo::Dialogo);
+    ui::registrar<agendastodas>(entorno, ventanas, QStringLiteral("agendastodas"), ui::Modo::Marco);
+    ui::registrar<resulbusque>(entorno, ventanas, QStringLiteral("resulbusque"), ui::Modo::Marco);
+    ui::registrar<telefonos>(entorno, ventanas, QStringLiteral("telefonos"), ui::Modo::Marco);
+    ui::registrar<telefonomodif>(entorno, ventanas, QStringLiteral("telefonomodif"), ui::Modo::Dialogo);
 }
 
 QStringList ventanasDeDiasLibres()

@@ -1,10 +1,10 @@
 #include "agenda/forms/agendas.h"
-#include "agenda/forms/ColorTono.h"
 
 #include "agenda/Calendario.h"
 #include "agenda/CambiosTurno.h"
 #include "agenda/DetalleTurno.h"
 #include "agenda/forms/CalendarioMes.h"
+#include "agenda/forms/ColorTono.h"
 #include "base/Clock.h"
 #include "base/Fechas.h"
 #include "db/Entorno.h"
