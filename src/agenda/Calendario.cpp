@@ -25,11 +25,11 @@ const QStringList &nombresDias()
 
 QString MesCalendario::titulo() const { return base::nombreMes(mes).toUpper() + u' ' + QString::number(anio); }
 
-QStringList MesCalendario::encabezados() const
+QStringList MesCalendario::encabezados(bool cortos) const
 {
     QStringList lista;
     for (int i = 0; i < 7; ++i)
-        lista << nombresDias().at((primerDia + i) % 7);
+        lista << nombresDias().at((primerDia + i) % 7).left(cortos ? 2 : 3);
     return lista;
 }
 

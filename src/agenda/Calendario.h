@@ -23,8 +23,8 @@ struct MesCalendario {
 
     /// "NOVIEMBRE 2026".
     [[nodiscard]] QString titulo() const;
-    /// "Dom" ... "Sáb" from the first column on.
-    [[nodiscard]] QStringList encabezados() const;
+    /// "Dom" ... "Sáb" from the first column on; short "Do" ... "Sá".
+    [[nodiscard]] QStringList encabezados(bool cortos = false) const;
 };
 
 [[nodiscard]] MesCalendario mesCalendario(int anio, int mes, int primerDia);

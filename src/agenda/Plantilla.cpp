@@ -114,6 +114,18 @@ std::map<int, Plantilla> elegirPlantillas(db::Connection &conexion, QDate fecha)
     return suyas;
 }
 
+QVector<Plantilla> plantillasVigentes(db::Connection &conexion, const QString &cuales, QDate desde)
+{
+    db::Recordset filas(
+        conexion,
+        QStringLiteral("SELECT * FROM [Agenda Turnos Horarios] WHERE ") + cuales + QStringLiteral(" and fechahasta >= ")
+            + conexion.dialect().date(desde) + QStringLiteral(" ORDER BY id DESC"));
+    QVector<Plantilla> plantillas;
+    for (; !filas.eof(); filas.moveNext())
+        plantillas.append(deFila(filas));
+    return plantillas;
+}
+
 Plantilla plantillaNueva(db::Connection &conexion, int iddoctor)
 {
     Plantilla p;

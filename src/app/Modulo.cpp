@@ -9,6 +9,7 @@
 #include "db/ProfesionalInicial.h"
 #include "db/Upgrade.h"
 #include "db/Verificacion.h"
+#include "db/odbc/OdbcEngine.h"
 
 #include <QFileInfo>
 #include <QSysInfo>
@@ -140,6 +141,8 @@ Hallazgo Modulo::examinarRuta(const Ruta &ruta) const
         return {false, error.description()};
     }
 }
+
+bool Modulo::admiteServidor() const { return m_engines.has(QStringLiteral("SQLOLEDB")) && db::OdbcEngine::available(); }
 
 void Modulo::prepararBase()
 {

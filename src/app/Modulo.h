@@ -48,7 +48,7 @@ public:
     [[nodiscard]] Ruta rutaGuardada() const override { return Ruta::leer(archivoRuta()); }
     [[nodiscard]] bool cambiarRuta(const Ruta &ruta) override;
     [[nodiscard]] Hallazgo examinarRuta(const Ruta &ruta) const override;
-    [[nodiscard]] bool admiteServidor() const override { return m_engines.has(QStringLiteral("SQLOLEDB")); }
+    [[nodiscard]] bool admiteServidor() const override;
     /// Told after cambiarRuta(), whatever came of it.
     void setAlCambiarBase(std::function<void()> aviso) { m_alCambiarBase = std::move(aviso); }
 

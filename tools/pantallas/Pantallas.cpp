@@ -21,6 +21,7 @@ std::vector<Pantalla> lista()
           escenasDeUsuarios,
           escenasDeAgenda,
           escenasDeTodasLasAgendas,
+          escenasDeReservas,
           escenasDePacientes,
           escenasDeFichas,
           escenasDeMantenimiento})
