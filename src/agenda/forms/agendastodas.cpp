@@ -348,13 +348,24 @@ void agendastodas::bloquearElegidos()
     trasCambio(antes);
 }
 
-void agendastodas::cambiar(const std::function<base::Control(const FilaDia &)> &cambio)
+bool agendastodas::cambiar(const std::function<base::Control(const FilaDia &)> &cambio)
+{
+    const auto turno = turnoElegido();
+    if (!turno)
+        return false;
+    const bool hecho = aceptado(cambio(turno->fila));
+    trasCambio(turno);
+    return hecho;
+}
+
+void agendastodas::marcarAtencion()
 {
     const auto turno = turnoElegido();
     if (!turno)
         return;
-    (void)aceptado(cambio(turno->fila));
-    trasCambio(turno);
+    const bool atendido = !turno->fila.atendido;
+    if (cambiar([&](const FilaDia &f) { return marcarAtendido(entorno(), f.id, atendido); }) && atendido)
+        ofrecerSesion(entorno(), ventanas(), *this, turno->fila.id, turno->fila.nrohc);
 }
 
 void agendastodas::abrirAgenda()
@@ -374,8 +385,8 @@ void agendastodas::abrirAgenda()
 void agendastodas::abrirFichaElegida()
 {
     const auto turno = turnoElegido();
-    if (turno && !turno->fila.pacienteEliminado)
-        (void)aceptado(abrirFicha(ventanas(), turno->fila.nrohc));
+    if (turno && !aceptado(abrirFichaDeTurno(entorno(), ventanas(), turno->fila.id)))
+        recargar();
 }
 
 void agendastodas::abrirDeProfesional(const QString &ventana)
@@ -451,9 +462,7 @@ void agendastodas::conectarOperaciones()
     alPulsar(sinollego, [this] {
         cambiar([this](const FilaDia &f) { return marcarLlegado(entorno(), f.id, !f.llegado); });
     });
-    alPulsar(sinoatendido, [this] {
-        cambiar([this](const FilaDia &f) { return marcarAtendido(entorno(), f.id, !f.atendido); });
-    });
+    alPulsar(sinoatendido, [this] { marcarAtencion(); });
     alPulsar(veragenda, [this] { abrirAgenda(); });
     alPulsar(atender, [this] { abrirFichaElegida(); });
     alPulsar(horarios, [this] { abrirDeProfesional(QStringLiteral("agendahorarios2")); });

@@ -99,7 +99,9 @@ private:
     void abrirReserva();
     void liberarElegidos();
     void bloquearElegidos();
-    void cambiar(const std::function<base::Control(const FilaDia &)> &cambio);
+    /// Runs a change of the chosen appointment, shows its refusal and loads the days again; whether it was done.
+    bool cambiar(const std::function<base::Control(const FilaDia &)> &cambio);
+    void marcarAtencion();
     void abrirAgenda();
     void abrirFichaElegida();
     void abrirDeProfesional(const QString &ventana);
