@@ -198,7 +198,7 @@ private slots:
         activar(a);
         base->guion.esperarMensaje(
             "Atención...", "Un Paciente está siendo atendido, para seguir debe cerrar la ficha del Paciente");
-        QTest::keyClick(a->sala, Qt::Key_F, Qt::ControlModifier);
+        QTest::keyClick(a->sala, Qt::Key_F2);
         QTest::keyClick(a->sala, Qt::Key_A, Qt::ControlModifier);
         QCOMPARE(base->cuenta("Atendido <> 0"), 1);
         QCOMPARE(a->sala->modelo().rowCount(), 0);
