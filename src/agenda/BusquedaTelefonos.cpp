@@ -246,7 +246,7 @@ QStringList Contacto::textos() const
     const QString deDonde = origen == Origen::Guia ? QStringLiteral("Lista")
         : origen == Origen::Profesional            ? QStringLiteral("Profesional")
                                                    : QStringLiteral("Paciente");
-    return {nombre, fijo, celular, email, direccion, observaciones, deDonde};
+    return {nombre, fijo, celular, deDonde, email, direccion, observaciones};
 }
 
 ContactosHallados

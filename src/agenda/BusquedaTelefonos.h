@@ -27,7 +27,7 @@ struct Contacto {
 
     /// Tells all contacts apart, whatever their origin; never 0.
     [[nodiscard]] qint64 clave() const { return qint64(numero) * 4 + int(origen) + 1; }
-    /// Name, telephone, mobile, e-mail, address, observations, origin.
+    /// Name, telephone, mobile, origin, e-mail, address, observations.
     [[nodiscard]] QStringList textos() const;
 };
 

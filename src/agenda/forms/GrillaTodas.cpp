@@ -16,7 +16,9 @@ namespace agenda {
 namespace {
 
 /// Letters that a column shows at least; with more columns than fit the table scrolls.
-constexpr int letrasPorColumna = 17;
+constexpr int letrasPorColumna = 20;
+/// Two lines further apart than this many seconds are parted: lunch, between morning and afternoon.
+constexpr int pausa = 90 * 60;
 constexpr int borde = 4;
 
 QColor conTransparencia(QColor color, int alfa)
@@ -95,6 +97,10 @@ public:
         }
         if (lugar.fila)
             pintarFila(painter, opcion, index, lugar, fuera);
+        const auto &horas = m_grilla.modelo().cuadro().horas;
+        const auto renglon = size_t(index.row());
+        if (renglon > 0 && horas[renglon - 1].secsTo(horas[renglon]) > pausa)
+            painter->fillRect(QRect(todo.topLeft(), QSize(todo.width(), 2)), ui::color::tenue());
         painter->restore();
     }
 
@@ -265,7 +271,10 @@ bool GrillaTodas::elegirHora(int doctor, QTime hora)
 {
     const int columna = m_modelo->columnaDe(doctor);
     const auto &horas = m_modelo->cuadro().horas;
-    const auto renglon = std::lower_bound(horas.begin(), horas.end(), hora) - horas.begin();
+    // The line of that hour, or the one that goes on then.
+    const auto siguiente = std::upper_bound(horas.begin(), horas.end(), hora);
+    const auto renglon
+        = siguiente == horas.begin() ? 0 : std::lower_bound(horas.begin(), siguiente, *(siguiente - 1)) - horas.begin();
     const QModelIndex indice = columna < 0 ? QModelIndex() : cercana(columna, int(renglon));
     if (!indice.isValid())
         return false;

@@ -38,6 +38,9 @@ public:
     /// Chooses what stands at that hour, or covers it.
     bool elegirHora(int doctor, QTime hora);
 
+    /// As much room as there is: there are always more columns and hours.
+    [[nodiscard]] QSize sizeHint() const override { return {1000, 420}; }
+
 signals:
     /// Enter or double click on a cell.
     void activada();

@@ -8,7 +8,7 @@ QString textoCelda(const FilaDia &fila)
 {
     switch (fila.clase) {
     case FilaDia::Clase::Libre: return {};
-    case FilaDia::Clase::Bloqueado: return QStringLiteral("== NO SE ATIENDE ==");
+    case FilaDia::Clase::Bloqueado: return QStringLiteral("NO SE ATIENDE");
     case FilaDia::Clase::Turno: break;
     }
     // Beside the colour, so that the states are told apart without it.

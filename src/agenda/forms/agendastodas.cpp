@@ -70,8 +70,8 @@ bool agendastodas::preparar(const ui::Pedido &pedido)
     }
     recargar();
     lista->setFocus();
-    if (!lista->actual().fila) {
-        const int doctor = pedido.datos.value(QStringLiteral("doctor")).toInt();
+    const int doctor = pedido.datos.value(QStringLiteral("doctor")).toInt();
+    if (doctor != 0 || !lista->actual().fila) {
         const AgendaDelDia *primera = lista->modelo().agenda(0);
         const QDateTime ahora = entorno().clock().now();
         const QTime hora = fechadia->fecha() == ahora.date() ? alMinuto(ahora.time()) : QTime(0, 0);
@@ -170,11 +170,11 @@ void agendastodas::mostrarSala()
             continue;
         }
         textos.push_back(
-            {horaTexto(uno.hora),
+            {uno.espera(ahora),
              uno.paciente,
              uno.profesional,
-             uno.llegada.isValid() ? horaTexto(uno.llegada.time()) : QStringLiteral("—"),
-             uno.espera(ahora)});
+             horaTexto(uno.hora),
+             uno.llegada.isValid() ? horaTexto(uno.llegada.time()) : QStringLiteral("—")});
         claves.push_back(uno.id);
     }
     QString titulo = tr("&Sala de espera: %1").arg(claves.size());
@@ -348,13 +348,24 @@ void agendastodas::bloquearElegidos()
     trasCambio(antes);
 }
 
-void agendastodas::cambiar(const std::function<base::Control(const FilaDia &)> &cambio)
+bool agendastodas::cambiar(const std::function<base::Control(const FilaDia &)> &cambio)
+{
+    const auto turno = turnoElegido();
+    if (!turno)
+        return false;
+    const bool hecho = aceptado(cambio(turno->fila));
+    trasCambio(turno);
+    return hecho;
+}
+
+void agendastodas::marcarAtencion()
 {
     const auto turno = turnoElegido();
     if (!turno)
         return;
-    (void)aceptado(cambio(turno->fila));
-    trasCambio(turno);
+    const bool atendido = !turno->fila.atendido;
+    if (cambiar([&](const FilaDia &f) { return marcarAtendido(entorno(), f.id, atendido); }) && atendido)
+        ofrecerSesion(entorno(), ventanas(), *this, turno->fila.id, turno->fila.nrohc);
 }
 
 void agendastodas::abrirAgenda()
@@ -374,8 +385,8 @@ void agendastodas::abrirAgenda()
 void agendastodas::abrirFichaElegida()
 {
     const auto turno = turnoElegido();
-    if (turno && !turno->fila.pacienteEliminado)
-        (void)aceptado(abrirFicha(ventanas(), turno->fila.nrohc));
+    if (turno && !aceptado(abrirFichaDeTurno(entorno(), ventanas(), turno->fila.id)))
+        recargar();
 }
 
 void agendastodas::abrirDeProfesional(const QString &ventana)
@@ -401,7 +412,14 @@ void agendastodas::alTic()
 
 void agendastodas::conectar()
 {
-    connect(fechadia, &CalendarioMes::fechaElegida, this, [this] { intentar([this] { recargar(); }); });
+    connect(fechadia, &CalendarioMes::fechaElegida, this, [this] {
+        intentar([this] {
+            const auto antes = elegido();
+            recargar();
+            if (antes && !lista->actual().fila)
+                lista->elegirHora(antes->doctor, antes->fila.hora);
+        });
+    });
     const auto irA = [this](QAbstractButton *boton, const std::function<QDate(QDate)> &cual) {
         connect(boton, &QAbstractButton::clicked, this, [this, cual] { fechadia->setFecha(cual(fechadia->fecha())); });
     };
@@ -425,8 +443,8 @@ void agendastodas::conectar()
         intentar([this] { mostrarDetalle(); });
     });
     connect(lista, &GrillaTodas::activada, this, [this] { intentar([this] { activar(); }); });
-    connect(sala, &ui::Grilla::filaCambiada, this, [this](int fila) {
-        if (!m_poniendo && fila >= 0)
+    connect(sala->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        if (!m_poniendo)
             elegirDeSala();
     });
     connect(sala, &ui::Grilla::activada, this, [this] {
@@ -444,9 +462,7 @@ void agendastodas::conectarOperaciones()
     alPulsar(sinollego, [this] {
         cambiar([this](const FilaDia &f) { return marcarLlegado(entorno(), f.id, !f.llegado); });
     });
-    alPulsar(sinoatendido, [this] {
-        cambiar([this](const FilaDia &f) { return marcarAtendido(entorno(), f.id, !f.atendido); });
-    });
+    alPulsar(sinoatendido, [this] { marcarAtencion(); });
     alPulsar(veragenda, [this] { abrirAgenda(); });
     alPulsar(atender, [this] { abrirFichaElegida(); });
     alPulsar(horarios, [this] { abrirDeProfesional(QStringLiteral("agendahorarios2")); });

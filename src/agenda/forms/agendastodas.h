@@ -7,6 +7,7 @@
 
 #include <set>
 
+class QHBoxLayout;
 class QLabel;
 class QListWidget;
 class QPushButton;
@@ -65,7 +66,8 @@ public:
 private:
     void construir();
     QWidget *panelIzquierdo();
-    QWidget *barraOperaciones();
+    /// The operations on the chosen cells; those on the professional go beside the date.
+    QWidget *barraOperaciones(QHBoxLayout &titulo);
     QWidget *panelSala();
     void conectar();
     void conectarOperaciones();
@@ -97,7 +99,9 @@ private:
     void abrirReserva();
     void liberarElegidos();
     void bloquearElegidos();
-    void cambiar(const std::function<base::Control(const FilaDia &)> &cambio);
+    /// Runs a change of the chosen appointment, shows its refusal and loads the days again; whether it was done.
+    bool cambiar(const std::function<base::Control(const FilaDia &)> &cambio);
+    void marcarAtencion();
     void abrirAgenda();
     void abrirFichaElegida();
     void abrirDeProfesional(const QString &ventana);

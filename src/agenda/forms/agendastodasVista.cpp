@@ -59,7 +59,7 @@ void agendastodas::construir()
     titulo->addSpacing(ui::espacio);
     titulo->addWidget(fechaactiva, 1);
     derecha->addLayout(titulo);
-    derecha->addWidget(barraOperaciones());
+    derecha->addWidget(barraOperaciones(*titulo));
 
     auto *partes = new QSplitter(Qt::Vertical, this);
     partes->setChildrenCollapsible(false);
@@ -139,14 +139,15 @@ QWidget *agendastodas::panelSala()
     titulosala->setFont(negrita);
     sala = new ui::Grilla(
         QStringLiteral("sala"),
-        QStringLiteral("|^Turno|<Paciente             |<Profesional       |^Llegó|^Espera   "),
+        QStringLiteral("|>Espera   |<Paciente           |<Profesional      |^Turno|^Llegó"),
         panel);
     sala->setSelectionMode(QAbstractItemView::SingleSelection);
+    sala->setSortingEnabled(false); // the longest waiting stays on top
     sala->setMinimumHeight(4 * sala->verticalHeader()->defaultSectionSize());
     titulosala->setBuddy(sala);
     columna->addWidget(titulosala);
     columna->addWidget(sala, 1);
-    fila->addLayout(columna, 3);
+    fila->addLayout(columna, 5);
 
     detalle = new QLabel(panel);
     detalle->setObjectName(QStringLiteral("detalle"));
@@ -158,11 +159,11 @@ QWidget *agendastodas::panelSala()
     detalle->setMargin(ui::espacio);
     // Its text must not push the window about.
     detalle->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
-    fila->addWidget(detalle, 2);
+    fila->addWidget(detalle, 3);
     return panel;
 }
 
-QWidget *agendastodas::barraOperaciones()
+QWidget *agendastodas::barraOperaciones(QHBoxLayout &titulo)
 {
     auto *barra = new QWidget(this);
     auto *fila = new QHBoxLayout(barra);
@@ -175,6 +176,7 @@ QWidget *agendastodas::barraOperaciones()
         const char *icono;
         QString ayuda;
         QKeySequence tecla;
+        bool delTurno = true; ///< false: stands beside the date
     };
     const Operacion operaciones[] = {
         {&agendastodas::nuevo,
@@ -217,37 +219,39 @@ QWidget *agendastodas::barraOperaciones()
          "atender",
          tr("&Ficha"),
          "view-pim-contacts",
-         tr("Abrir la ficha del paciente (Ctrl+F)"),
-         Qt::CTRL | Qt::Key_F},
+         tr("Abrir la ficha del paciente (F2)"),
+         Qt::Key_F2},
         {&agendastodas::horarios,
          "horarios",
          tr("&Horarios"),
          "view-calendar-week",
          tr("Días y horarios de atención del profesional (Ctrl+H)"),
-         Qt::CTRL | Qt::Key_H},
+         Qt::CTRL | Qt::Key_H,
+         false},
         {&agendastodas::nolabo,
          "nolabo",
          tr("&Días libres"),
          "view-calendar-month",
          tr("Días en que el profesional no atiende (Ctrl+D)"),
-         Qt::CTRL | Qt::Key_D},
+         Qt::CTRL | Qt::Key_D,
+         false},
         {&agendastodas::botontelefonos,
          "botontelefonos",
          tr("&Teléfonos"),
          "phone",
          tr("Lista de teléfonos (Ctrl+T)"),
-         Qt::CTRL | Qt::Key_T},
+         Qt::CTRL | Qt::Key_T,
+         false},
     };
     for (const Operacion &una : operaciones) {
         QPushButton *boton = ui::boton(barra, QLatin1String(una.nombre), una.texto, QLatin1String(una.icono));
         boton->setToolTip(una.ayuda);
         this->*una.boton = boton;
-        if (una.boton == &agendastodas::horarios)
-            fila->addStretch(1);
-        fila->addWidget(boton);
+        (una.delTurno ? fila : &titulo)->addWidget(boton);
         if (!una.tecla.isEmpty())
             atajo(una.tecla, boton);
     }
+    fila->addStretch(1);
     atajo(Qt::CTRL | Qt::Key_Left, diaanterior);
     atajo(Qt::CTRL | Qt::Key_Right, diasiguiente);
     atajo(Qt::CTRL | Qt::Key_Home, hoy);

@@ -77,8 +77,8 @@ void telefonos::construir()
 
     lista = new ui::Grilla(
         QStringLiteral("lista"),
-        QStringLiteral("|<Nombre                    |<Teléfono            |<Celular          |<Correo electrónico   "
-                       "|<Dirección            |<Observaciones         |<Origen"),
+        QStringLiteral("|<Nombre                 |<Teléfono        |<Celular          |<Origen     "
+                       "|<Correo        |<Dirección    |<Observaciones "),
         this);
     cantidad = new QLabel(this);
     cantidad->setObjectName(QStringLiteral("cantidad"));
@@ -108,7 +108,7 @@ void telefonos::construir()
     todo->addWidget(lista, 1);
     todo->addWidget(cantidad);
     todo->addLayout(abajo);
-    resize(1000, 560);
+    resize(1080, 600);
 }
 
 void telefonos::conectar()
@@ -167,8 +167,8 @@ void telefonos::buscar()
 
     QString dicho = cuantos == 0
         ? (texto.trimmed().isEmpty() ? tr("La lista está vacía.") : tr("No se encontró a nadie."))
-        : cuantos == 1 ? tr("1 teléfono")
-                       : tr("%1 teléfonos").arg(cuantos);
+        : cuantos == 1 ? tr("1 resultado")
+                       : tr("%1 resultados").arg(cuantos);
     if (m_hallados.hayMas)
         dicho += tr("  —  hay más pacientes: siga escribiendo para ver menos");
     else if (conpacientes->isChecked() && texto.trimmed().size() < minimoPacientes)
