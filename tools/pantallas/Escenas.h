@@ -8,6 +8,7 @@ namespace pantallas {
 [[nodiscard]] std::vector<Pantalla> escenasDeSistema();
 [[nodiscard]] std::vector<Pantalla> escenasDeUsuarios();
 [[nodiscard]] std::vector<Pantalla> escenasDeAgenda();
+[[nodiscard]] std::vector<Pantalla> escenasDePlanilla();
 [[nodiscard]] std::vector<Pantalla> escenasDePacientes();
 [[nodiscard]] std::vector<Pantalla> escenasDeFichas();
 [[nodiscard]] std::vector<Pantalla> escenasDeMantenimiento();

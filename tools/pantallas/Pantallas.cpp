@@ -20,6 +20,7 @@ std::vector<Pantalla> lista()
          {escenasDeSistema,
           escenasDeUsuarios,
           escenasDeAgenda,
+          escenasDePlanilla,
           escenasDePacientes,
           escenasDeFichas,
           escenasDeMantenimiento})

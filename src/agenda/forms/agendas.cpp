@@ -222,7 +222,8 @@ void agendas::habilitar()
         boton->setEnabled(turno);
     sinollego->setText(turno && fila->llegado ? tr("No &llegó") : tr("&Llegó"));
     sinoatendido->setText(turno && fila->atendido ? tr("No &atendido") : tr("&Atendido"));
-    horarios->setEnabled(m_doctor != 0);
+    for (QPushButton *boton : {horarios, imprimir, plantillatur, exportarics})
+        boton->setEnabled(m_doctor != 0);
 }
 
 QStringList agendas::turnosElegidos() const

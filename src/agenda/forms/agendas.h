@@ -55,12 +55,17 @@ public:
     QPushButton *modifmoticonsul;
     QPushButton *modifhora;
     QPushButton *horarios;
+    QPushButton *imprimir;
+    QPushButton *plantillatur;
+    QPushButton *exportarics;
+    QPushButton *manana;
     QTimer *tiempo;
 
 private:
     void construir();
     QWidget *panelIzquierdo();
     QWidget *barraOperaciones();
+    QWidget *barraSalidas();
     void conectar();
     void atajo(const QKeySequence &tecla, QPushButton *boton);
 
@@ -83,6 +88,7 @@ private:
     void abrirReserva();
     void liberarElegidos();
     void bloquearElegidos();
+    void copiarAtendidos();
     /// Runs a change of the current appointment, shows its refusal and loads the day again either way.
     void cambiar(const std::function<base::Control(const FilaDia &)> &cambio);
     /// Opens a window about the current appointment.

@@ -59,7 +59,10 @@ void agendas::construir()
     letra.setBold(true);
     letra.setPointSizeF(letra.pointSizeF() * 1.2);
     fechaactiva->setFont(letra);
-    derecha->addWidget(fechaactiva);
+    auto *titulo = new QHBoxLayout;
+    titulo->addWidget(fechaactiva, 1);
+    titulo->addWidget(barraSalidas());
+    derecha->addLayout(titulo);
     derecha->addWidget(barraOperaciones());
 
     lista = new ui::Grilla(
