@@ -228,7 +228,7 @@ private slots:
     void calendario()
     {
         base->plantilla({QTime(9, 0), QTime(11, 0), {}, {}, 15});
-        const QString largo = QStringLiteral("Ñandú;çé, \\ ").repeated(9).trimmed();
+        const QString largo = QStringLiteral("Ñandú;çé, \\ ").repeated(7).trimmed();
         base->paciente(9, largo, "Año\nNuevo");
         const QDateTime dado(QDate(2026, 11, 1), QTime(10, 30));
         const qint64 movido = base->turno(7, base->a("09:00"), {{"fechahoraasignado", dado}, {"motivo", 1}});
