@@ -27,12 +27,12 @@ QWidget *agendas::barraSalidas()
     };
     poner(imprimir, "imprimir", tr("&Imprimir"), "document-print");
     imprimir->setToolTip(tr("Planilla del día, para imprimirla o guardarla como PDF (Ctrl+P)"));
-    poner(plantillatur, "plantillatur", tr("Atendido&s"), "edit-copy");
+    poner(plantillatur, "plantillatur", tr("Aten&didos"), "edit-copy");
     plantillatur->setToolTip(
         tr("Copiar en el portapapeles los turnos atendidos del día, para pegarlos en una planilla"));
     poner(manana, "manana", tr("A&visar"), "phone");
     manana->setToolTip(tr("Turnos de mañana: a quiénes avisar, con sus teléfonos y el mensaje"));
-    poner(exportarics, "exportarics", tr("E&xportar"), "view-calendar");
+    poner(exportarics, "exportarics", tr("Exportar t&urnos"), "view-calendar");
     exportarics->setToolTip(tr("Exportar turnos a un archivo de calendario (ICS)"));
 
     alPulsar(
