@@ -135,6 +135,7 @@ private slots:
         base->guion.esperarDestino("Exportar", std::nullopt); // changed her mind
         pulsar(e->guardar);
         base->guion.esperarDestino("Exportar", base->carpetaPrograma() + "/no/hay.ics");
+        base->guion.esperarMensaje("ERROR...", "No se pudo escribir el archivo: No such file or directory");
         pulsar(e->guardar);
         QCOMPARE(acciones(), QString("0"));
         base->guion.esperarDestino("Exportar", archivo);
