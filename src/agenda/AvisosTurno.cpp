@@ -17,6 +17,30 @@
 
 namespace agenda {
 
+namespace {
+
+/// A register kept in capitals would shout at its patients: "MARÍA DEL CARMEN" is "María del Carmen". Anything else
+/// stays as it was written.
+QString comoSeEscribe(const QString &nombre)
+{
+    if (nombre != nombre.toUpper())
+        return nombre;
+    static const QStringList menores = QStringLiteral("de del la las los y").split(u' ');
+    QString salida = nombre.toLower();
+    for (qsizetype i = 0; i < salida.size(); ++i) {
+        if (!salida.at(i).isLetter() || (i > 0 && salida.at(i - 1).isLetter()))
+            continue;
+        qsizetype fin = i;
+        while (fin < salida.size() && salida.at(fin).isLetter())
+            ++fin;
+        if (i == 0 || !menores.contains(salida.mid(i, fin - i)))
+            salida[i] = salida.at(i).toUpper();
+    }
+    return salida;
+}
+
+} // namespace
+
 QDate proximoDiaConTurnos(db::Connection &conexion, int doctor, QDate hoy)
 {
     QString sql = QStringLiteral("SELECT MIN(Fecha) FROM [Agenda Turnos] WHERE Fecha > ")
@@ -60,9 +84,10 @@ QString textoAviso(const QString &modelo, const TurnoListado &turno)
     if (turno.bloqueado || turno.pacienteEliminado)
         return {};
     static const QLocale castellano(QLocale::Spanish, QLocale::Argentina);
+    const QString nombres = comoSeEscribe(turno.nombres), apellido = comoSeEscribe(turno.apellido);
     const QHash<QString, QString> valores{
-        {QStringLiteral("paciente"), QString(turno.nombres + u' ' + turno.apellido).trimmed()},
-        {QStringLiteral("nombre"), turno.nombres.isEmpty() ? turno.apellido : turno.nombres},
+        {QStringLiteral("paciente"), QString(nombres + u' ' + apellido).trimmed()},
+        {QStringLiteral("nombre"), nombres.isEmpty() ? apellido : nombres},
         {QStringLiteral("fecha"), castellano.toString(turno.momento.date(), QStringLiteral("dddd d 'de' MMMM"))},
         {QStringLiteral("hora"), horaTexto(turno.momento.time())},
         {QStringLiteral("medico"), turno.medico}};
