@@ -26,7 +26,8 @@ namespace agenda {
 /// "10:20", "<medico>" the professional.
 [[nodiscard]] QStringList marcadoresDeAviso();
 /// The message to one patient; each placeholder is replaced wherever it stands, in any case of letters, and what a
-/// value says is not read again. Empty for a deleted patient.
+/// value says is not read again. Names that are stored in capitals are written as names are. Empty for a deleted
+/// patient.
 [[nodiscard]] QString textoAviso(const QString &modelo, const TurnoListado &turno);
 
 /// The address that makes the person's own application open a conversation with that number and the message written in

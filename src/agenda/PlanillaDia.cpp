@@ -31,10 +31,10 @@ QString paraPapel(const QString &celda)
 QString datosProfesional(db::Connection &conexion, int doctor)
 {
     const db::Recordset fila(
-        conexion, QStringLiteral("SELECT NomDoc,Especialidad,Matricula FROM [Lista Doctores] WHERE id = ?"), {doctor});
+        conexion, QStringLiteral("SELECT Especialidad,Matricula FROM [Lista Doctores] WHERE id = ?"), {doctor});
     if (fila.isEmpty())
         return {};
-    QStringList partes{fila.text(u"NomDoc").trimmed(), fila.text(u"Especialidad").trimmed()};
+    QStringList partes{fila.text(u"Especialidad").trimmed()};
     if (const QString matricula = fila.text(u"Matricula").trimmed(); !matricula.isEmpty())
         partes << QStringLiteral("Matrícula ") + matricula;
     partes.removeAll(QString());
@@ -62,7 +62,7 @@ tablaDe(const DiaAgenda &dia, const std::vector<const FilaDia *> &filas, const Q
             {{textos.at(0),
               fila->paciente,
               cobertura,
-              paraPapel(fila->telefono),
+              paraPapel(fila->telefono).replace(QLatin1String(" / Cel."), QLatin1String("\nCel.")),
               paraPapel(fila->motivo),
               fila->clase == FilaDia::Clase::Bloqueado ? QString() : fila->observaciones.trimmed(),
               textos.at(7)}});

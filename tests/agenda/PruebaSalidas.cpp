@@ -143,7 +143,7 @@ private slots:
         QCOMPARE(d.titulo, "Turnos del 23/11/2026 - Juan Pérez");
         const QStringList eva = filas(d).at(1).celdas;
         QVERIFY(eva.at(2).endsWith("\nNº 0012/3"));
-        QCOMPARE(eva.mid(3), QStringList({"Tel. 0341 4123456 / Cel. 0341 156123456", "", observaciones, "SI"}));
+        QCOMPARE(eva.mid(3), QStringList({"Tel. 0341 4123456\nCel. 0341 156123456", "", observaciones, "SI"}));
 
         const QString papel = textoImpreso(d).join(u'\n').simplified();
         for (const char *parte :
@@ -323,6 +323,9 @@ private slots:
         TurnoListado raro = eva;
         raro.nombres = QStringLiteral("<hora>");
         QCOMPARE(textoAviso("<nombre>", raro), "<hora>");
+        raro.nombres = QStringLiteral("MARÍA DEL CARMEN");
+        raro.apellido = QStringLiteral("O'HIGGINS");
+        QCOMPARE(textoAviso("<paciente>", raro), "María del Carmen O'Higgins");
         QCOMPARE(textoAviso(modeloDeAviso(), turnos->at(0)), QString()); // nobody to write to
 
         const QString dificil = QStringLiteral("Año 1&2 #3\n+100% ¿sí?");

@@ -48,8 +48,8 @@ void agendamanana::construir()
 
     lista = new ui::Grilla(
         QStringLiteral("lista"),
-        QStringLiteral("|^Hora |<Profesional               |<Paciente                        |<Teléfonos"
-                       "                                |<Celular internacional"),
+        QStringLiteral("|^Hora |<Profesional           |<Paciente                   |<Teléfonos"
+                       "                       |<Número completo   "),
         this);
 
     imprimir = ui::boton(this, QStringLiteral("imprimir"), tr("&Imprimir"), QStringLiteral("document-print"));
