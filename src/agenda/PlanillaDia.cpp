@@ -28,6 +28,21 @@ QString paraPapel(const QString &celda)
     return texto.size() > 3 && texto.count(u'-') == texto.size() ? QStringLiteral("---") : texto;
 }
 
+/// A telephone in two lines is misread: its blanks do not break. A longer text has remarks in it, which may.
+QString sinPartir(QString texto)
+{
+    constexpr qsizetype masLargo = 35;
+    return texto.size() <= masLargo ? texto.replace(u' ', QChar::Nbsp) : texto;
+}
+
+QString telefonosParaPapel(const QString &celda)
+{
+    QStringList renglones;
+    for (const QString &uno : paraPapel(celda).replace(QLatin1String(" / Cel."), QLatin1String("\nCel.")).split(u'\n'))
+        renglones << sinPartir(uno);
+    return renglones.join(u'\n');
+}
+
 QString datosProfesional(db::Connection &conexion, int doctor)
 {
     const db::Recordset fila(
@@ -60,9 +75,9 @@ tablaDe(const DiaAgenda &dia, const std::vector<const FilaDia *> &filas, const Q
             cobertura += (cobertura.isEmpty() ? QString() : QStringLiteral("\n")) + QStringLiteral("Nº ") + afiliado;
         tabla.filas.append(
             {{textos.at(0),
-              fila->paciente,
+              fila->clase == FilaDia::Clase::Bloqueado ? sinPartir(fila->paciente) : fila->paciente,
               cobertura,
-              paraPapel(fila->telefono).replace(QLatin1String(" / Cel."), QLatin1String("\nCel.")),
+              telefonosParaPapel(fila->telefono),
               paraPapel(fila->motivo),
               fila->clase == FilaDia::Clase::Bloqueado ? QString() : fila->observaciones.trimmed(),
               textos.at(7)}});

@@ -93,7 +93,7 @@ class PruebaSalidas : public QObject
     {
         QStringList textos;
         for (const printing::Fila &fila : filas(planillaDia(*base, base->usuario, fecha)))
-            textos << QStringList(fila.celdas.mid(0, 2)).join(u' ').trimmed();
+            textos << QStringList(fila.celdas.mid(0, 2)).join(u' ').replace(QChar::Nbsp, u' ').trimmed();
         return textos;
     }
 
@@ -141,7 +141,8 @@ private slots:
                  "TOTAL: 3 turnos."}));
         const printing::Documento d = planillaDia(*base, base->usuario, base->lunes());
         QCOMPARE(d.titulo, "Turnos del 23/11/2026 - Juan Pérez");
-        const QStringList eva = filas(d).at(1).celdas;
+        QStringList eva = filas(d).at(1).celdas;
+        eva.replaceInStrings(QString(QChar::Nbsp), QStringLiteral(" "));
         QVERIFY(eva.at(2).endsWith("\nNº 0012/3"));
         QCOMPARE(eva.mid(3), QStringList({"Tel. 0341 4123456\nCel. 0341 156123456", "", observaciones, "SI"}));
 
