@@ -31,4 +31,12 @@ QString campoCsv(QString texto)
     return comillas ? u'"' + texto.replace(u'"', QStringLiteral("\"\"")) + u'"' : texto;
 }
 
+QString campoTabulado(const QString &texto)
+{
+    QString celda = texto.simplified();
+    if (esFormula(celda))
+        celda.prepend(u'\'');
+    return celda.startsWith(u'"') ? u'"' + celda.replace(u'"', QStringLiteral("\"\"")) + u'"' : celda;
+}
+
 } // namespace base

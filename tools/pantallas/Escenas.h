@@ -10,6 +10,7 @@ namespace pantallas {
 [[nodiscard]] std::vector<Pantalla> escenasDeAgenda();
 [[nodiscard]] std::vector<Pantalla> escenasDeTodasLasAgendas();
 [[nodiscard]] std::vector<Pantalla> escenasDeReservas();
+[[nodiscard]] std::vector<Pantalla> escenasDePlanilla();
 [[nodiscard]] std::vector<Pantalla> escenasDePacientes();
 [[nodiscard]] std::vector<Pantalla> escenasDeFichas();
 [[nodiscard]] std::vector<Pantalla> escenasDeMantenimiento();

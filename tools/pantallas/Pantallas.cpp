@@ -22,6 +22,7 @@ std::vector<Pantalla> lista()
           escenasDeAgenda,
           escenasDeTodasLasAgendas,
           escenasDeReservas,
+          escenasDePlanilla,
           escenasDePacientes,
           escenasDeFichas,
           escenasDeMantenimiento})

@@ -1,8 +1,11 @@
 #include "agenda/forms/Registro.h"
 
+#include "agenda/forms/Enlaces.h"
+#include "agenda/forms/agendaexportar.h"
 #include "agenda/forms/agendaferiados.h"
 #include "agenda/forms/agendahorarios.h"
 #include "agenda/forms/agendalibres.h"
+#include "agenda/forms/agendamanana.h"
 #include "agenda/forms/agendamodifturno.h"
 #include "agenda/forms/agendamotivo.h"
 #include "agenda/forms/agendanuevahora.h"
@@ -20,7 +23,7 @@
 
 namespace agenda {
 
-void registrarVentanas(db::Entorno &entorno, ui::Ventanas &ventanas)
+void registrarVentanas(db::Entorno &entorno, ui::Ventanas &ventanas, std::shared_ptr<Enlaces> enlaces)
 {
     ui::registrar<agendas>(entorno, ventanas, QStringLiteral("agendas"), ui::Modo::Marco);
     ui::registrar<agendahorarios>(entorno, ventanas, QStringLiteral("agendahorarios"), ui::Modo::Dialogo);
@@ -44,6 +47,12 @@ void registrarVentanas(db::Entorno &entorno, ui::Ventanas &ventanas)
     ui::registrar<telefonomodif>(entorno, ventanas, QStringLiteral("telefonomodif"), ui::Modo::Dialogo);
     ui::registrar<agendalibres>(entorno, ventanas, QStringLiteral("agendalibres"), ui::Modo::Dialogo);
     ui::registrar<agendaordenes>(entorno, ventanas, QStringLiteral("agendaordenes"), ui::Modo::Dialogo);
+    ui::registrar<agendaexportar>(entorno, ventanas, QStringLiteral("agendaexportar"), ui::Modo::Dialogo);
+    if (!enlaces)
+        enlaces = std::make_shared<EnlacesDelSistema>();
+    ventanas.registrar(QStringLiteral("agendamanana"), ui::Modo::Marco, [&entorno, &ventanas, enlaces] {
+        return new agendamanana(entorno, ventanas, enlaces);
+    });
 }
 
 QStringList ventanasDeDiasLibres()

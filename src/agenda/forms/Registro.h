@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+#include <memory>
+
 namespace db {
 class Entorno;
 }
@@ -11,8 +13,10 @@ class Ventanas;
 
 namespace agenda {
 
-/// Makes the agenda's windows known under their names.
-void registrarVentanas(db::Entorno &entorno, ui::Ventanas &ventanas);
+class Enlaces;
+
+/// Makes the agenda's windows known under their names. Without `enlaces` the system opens addresses.
+void registrarVentanas(db::Entorno &entorno, ui::Ventanas &ventanas, std::shared_ptr<Enlaces> enlaces = nullptr);
 
 /// The windows that show which days and hours are attended: to be loaded again when those change.
 [[nodiscard]] QStringList ventanasDeDiasLibres();

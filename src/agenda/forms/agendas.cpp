@@ -269,6 +269,8 @@ void agendas::habilitar()
         boton->setEnabled(turno);
     sinollego->setText(turno && fila->llegado ? tr("No &llegó") : tr("&Llegó"));
     sinoatendido->setText(turno && fila->atendido ? tr("No &atendido") : tr("&Atendido"));
+    for (QPushButton *boton : {horarios, imprimir, plantillatur, exportarics})
+        boton->setEnabled(m_doctor != 0);
     for (const AccionDeMenu &suya : m_acciones) {
         suya.accion->setEnabled(suya.boton->isEnabled());
         suya.accion->setText((suya.texto.isEmpty() ? suya.boton->text() : suya.texto) + u'\t' + suya.tecla);

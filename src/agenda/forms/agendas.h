@@ -8,7 +8,6 @@
 
 class QAction;
 class QComboBox;
-class QHBoxLayout;
 class QLabel;
 class QListWidget;
 class QPlainTextEdit;
@@ -64,7 +63,12 @@ public:
     QPushButton *modifhora;
     QPushButton *buscar;
     QPushButton *botagentodas;
+    QPushButton *telefonos;
     QPushButton *horarios;
+    QPushButton *imprimir;
+    QPushButton *plantillatur;
+    QPushButton *exportarics;
+    QPushButton *manana;
     QTimer *tiempo;
 
     // The same in the list's context menu.
@@ -92,6 +96,7 @@ private:
     QWidget *barraOperaciones();
     QLayout *panelDetalle();
     void crearMenu();
+    QWidget *barraSalidas();
     void atajo(const QKeySequence &tecla, QPushButton *boton);
     void atajo(const QKeySequence &tecla, const std::function<void()> &accion);
 
@@ -135,6 +140,7 @@ private:
     /// Runs a change of the current appointment, shows its refusal and loads the day again either way; true when there
     /// was nothing to refuse.
     bool cambiar(const std::function<base::Control(const FilaDia &)> &cambio);
+    void copiarAtendidos();
     /// Opens a window about the current appointment.
     void abrirDeTurno(const QString &ventana);
 
@@ -169,7 +175,6 @@ private:
     qint64 m_detalleDe = 0;
     std::optional<Corte> m_corte;
     std::vector<AccionDeMenu> m_acciones;
-    QHBoxLayout *m_salidas; ///< end of the second row of buttons: what prints and copies the day
     std::vector<QColor> m_fondos; ///< by row of the day
     std::vector<QStringList> m_textosMostrados;
     std::vector<qint64> m_clavesMostradas;

@@ -216,6 +216,7 @@ void agendas::conectarOperaciones()
     alPulsar(modifhora, [this] { abrirDeTurno(QStringLiteral("agendamodifturno")); });
     alPulsar(buscar, [this] { buscarTurnos(); });
     alPulsar(botagentodas, [this] { abrirTodas(); });
+    alPulsar(telefonos, [this] { abrirVentana(QStringLiteral("telefonos")); });
     alPulsar(proximolibre, [this] { abrirProximosLibres(); });
     alPulsar(horarios, [this] {
         abrirVentana(QStringLiteral("agendahorarios"), {.datos = {{QStringLiteral("doctor"), m_doctor}}});

@@ -110,6 +110,12 @@ QLayout *agendas::renglonTitulo()
         tr("&Todas"),
         QStringLiteral("view-calendar-list"),
         tr("Las agendas de todos los profesionales al mismo tiempo (Ctrl+T)"));
+    telefonos = operacion(
+        this,
+        QStringLiteral("telefonos"),
+        tr("Teléfonos"),
+        QStringLiteral("view-pim-contacts"),
+        tr("Lista de teléfonos del consultorio, los profesionales y los pacientes (F4)"));
     horarios = operacion(
         this,
         QStringLiteral("horarios"),
@@ -121,6 +127,7 @@ QLayout *agendas::renglonTitulo()
     fila->addWidget(fechaactiva, 1);
     fila->addWidget(buscar);
     fila->addWidget(botagentodas);
+    fila->addWidget(telefonos);
     fila->addWidget(horarios);
     return fila;
 }
@@ -356,14 +363,13 @@ QWidget *agendas::barraOperaciones()
         tr("Eliminar los turnos seleccionados (Supr)"),
         QKeySequence(Qt::Key_Delete));
     fila->addStretch(1);
-    m_salidas = new QHBoxLayout;
-    m_salidas->setSpacing(4);
-    fila->addLayout(m_salidas);
+    fila->addWidget(barraSalidas());
 
     atajo(QKeySequence(Qt::CTRL | Qt::Key_H), horarios);
     atajo(QKeySequence(Qt::CTRL | Qt::Key_F), buscar);
     atajo(QKeySequence(Qt::CTRL | Qt::Key_T), botagentodas);
     atajo(QKeySequence(Qt::Key_F3), proximolibre);
+    atajo(QKeySequence(Qt::Key_F4), telefonos);
     atajo(QKeySequence(Qt::CTRL | Qt::Key_Home), hoy);
     atajo(QKeySequence(Qt::CTRL | Qt::Key_X), [this] { menucortar->trigger(); });
     atajo(QKeySequence(Qt::CTRL | Qt::Key_V), [this] { intentar([this] { pegar(); }); });
