@@ -1,0 +1,42 @@
+#include "app/forms/AvanceImportacion.h"
+
+#include <QApplication>
+#include <QLocale>
+#include <QProgressDialog>
+
+namespace app {
+
+AvanceImportacion::AvanceImportacion()
+    : m_caja(std::make_unique<QProgressDialog>(QString(), QObject::tr("&Cancelar"), 0, 0))
+{
+    m_caja->setObjectName(QStringLiteral("avanceimportacion"));
+    m_caja->setWindowTitle(QObject::tr("Convertir la Base de Datos"));
+    m_caja->setWindowModality(Qt::ApplicationModal);
+    m_caja->setMinimumDuration(0);
+    m_caja->setAutoReset(false);
+    m_caja->setAutoClose(false);
+    // Wide enough for the longest table name, so that it does not jump from one to the next.
+    m_caja->setMinimumWidth(m_caja->fontMetrics().averageCharWidth() * 80);
+    m_caja->setLabelText(QObject::tr("Preparando..."));
+    m_caja->show();
+    QApplication::processEvents();
+}
+
+AvanceImportacion::~AvanceImportacion() = default;
+
+QWidget *AvanceImportacion::ventana() const { return m_caja.get(); }
+
+bool AvanceImportacion::avanzar(const QString &que, qint64 hechas, qint64 total)
+{
+    constexpr int entero = 1000;
+    m_caja->setLabelText(
+        total > 0
+            ? QObject::tr("%1\n%2 de %3 registros").arg(que, QLocale().toString(hechas), QLocale().toString(total))
+            : que + u'\n');
+    m_caja->setMaximum(total > 0 ? entero : 0);
+    m_caja->setValue(total > 0 ? int(hechas * entero / total) : 0);
+    QApplication::processEvents();
+    return !m_caja->wasCanceled();
+}
+
+} // namespace app

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "db/access/Conversion.h"
+
+class QProgressDialog;
+
+namespace app {
+
+/// The window that shows how far the conversion of an old Access database is, with a button that cancels it. It is
+/// there from the beginning: the program can do nothing else meanwhile.
+class AvanceImportacion final : public db::access::Seguimiento
+{
+public:
+    AvanceImportacion();
+    ~AvanceImportacion() override;
+
+    [[nodiscard]] bool avanzar(const QString &que, qint64 hechas, qint64 total) override;
+    [[nodiscard]] QWidget *ventana() const;
+
+private:
+    std::unique_ptr<QProgressDialog> m_caja;
+};
+
+} // namespace app
