@@ -2,8 +2,8 @@
 # With everything in place it only asks dpkg and compares two files.
 
 paquetes_construir="build-essential cmake ninja-build ccache qt6-base-dev libqt6svg6 qt6-svg-dev qt6-multimedia-dev libargon2-dev \
-qt6-translations-l10n breeze-icon-theme"
-paquetes_usar="libqt6widgets6 qt6-qpa-plugins libqt6svg6 libqt6multimedia6 libargon2-1 fonts-dejavu-core fonts-liberation2"
+qt6-translations-l10n breeze-icon-theme mdbtools-dev pkg-config"
+paquetes_usar="libqt6widgets6 qt6-qpa-plugins libqt6svg6 libqt6multimedia6 libargon2-1 libmdb3 fonts-dejavu-core fonts-liberation2"
 
 decir() { printf '%s\n' "$*" >&2; }
 

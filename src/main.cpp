@@ -57,7 +57,7 @@ int main(int argc, char *argv[])
     }
 
     app::Modulo modulo(*carpeta, mensajes, clock, db::Engines::standard());
-    modulo.setAvanceImportacion([] { return std::make_unique<app::AvanceImportacion>(); });
+    modulo.setAvanceImportacion([] { return std::make_unique<app::AvanceImportacion>(QApplication::activeWindow()); });
     ui::Ventanas ventanas;
     app::registrarVentanas(modulo, ventanas, &modulo);
 

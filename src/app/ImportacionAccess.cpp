@@ -31,6 +31,15 @@ public:
 
 } // namespace
 
+QString preguntaDeImportacion(const QString &archivo)
+{
+    return QStringLiteral("La Base de Datos es un archivo de Access de una versión anterior:\n%1\n\n"
+                          "Para usarla, el programa debe convertirla. El archivo original se conserva sin cambios, al "
+                          "lado y con otro nombre. Antes de empezar, cierre el programa en las demás computadoras.\n\n"
+                          "¿Desea convertirla ahora?")
+        .arg(QDir::toNativeSeparators(archivo));
+}
+
 ImportacionAccess::ImportacionAccess(base::Mensajes &mensajes, const base::Clock &clock)
     : m_mensajes(mensajes)
     , m_clock(clock)
@@ -54,7 +63,6 @@ bool ImportacionAccess::ofrecer(const QString &archivo)
                            "convirtió. Para convertirla reinicie el programa, o pulse 'Guardar' en la ventana 'Red'."));
         return false;
     }
-    m_rechazado = archivo;
     const bool convertida = convertir(archivo);
     if (convertida)
         m_rechazado.clear();
@@ -81,13 +89,8 @@ bool ImportacionAccess::convertir(const QString &archivo)
             + error.description());
         return false;
     }
-    if (!m_mensajes.pregunta(
-            QStringLiteral("Convertir la Base de Datos"),
-            QStringLiteral("La Base de Datos es un archivo de Access de una versión anterior:\n%1\n\n"
-                           "Para usarla, el programa debe convertirla. El archivo original se conserva sin cambios, al "
-                           "lado y con otro nombre. Antes de empezar, cierre el programa en las demás computadoras.\n\n"
-                           "¿Desea convertirla ahora?")
-                .arg(QDir::toNativeSeparators(archivo))))
+    m_rechazado = archivo; // unless it goes well
+    if (!m_mensajes.pregunta(tituloImportacion, preguntaDeImportacion(archivo)))
         return false;
     if (!pedirClave(archivo))
         return false;

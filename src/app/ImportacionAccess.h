@@ -15,6 +15,10 @@ class Entorno;
 
 namespace app {
 
+/// What the person is asked.
+[[nodiscard]] QString preguntaDeImportacion(const QString &archivo);
+inline const QString tituloImportacion = QStringLiteral("Convertir la Base de Datos");
+
 /// The conversation about a `Datos.mdb` that an older version kept in Access: what it is, whether to convert it, its
 /// password, how far it is, what came of it.
 class ImportacionAccess

@@ -7,6 +7,9 @@
 #include <QLockFile>
 #include <QProgressDialog>
 
+#include <array>
+#include <numeric>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -82,6 +85,23 @@ QByteArray conClave(QByteArray bytes, const QString &clave)
     return bytes;
 }
 
+/// RC4, under which Access puts the pages of a file that is kept "encoded".
+void cifrar(QByteArray &bytes, qsizetype desde, qsizetype largo, quint32 llave)
+{
+    std::array<quint8, 256> s{};
+    std::iota(s.begin(), s.end(), quint8(0));
+    for (unsigned i = 0, j = 0; i < 256; ++i) {
+        j = (j + s[i] + (llave >> (8 * (i % 4)))) & 0xFF;
+        std::swap(s[i], s[j]);
+    }
+    for (qsizetype n = 0, i = 0, j = 0; n < largo; ++n) {
+        i = (i + 1) & 0xFF;
+        j = (j + s[size_t(i)]) & 0xFF;
+        std::swap(s[size_t(i)], s[size_t(j)]);
+        bytes[desde + n] = char(quint8(bytes[desde + n]) ^ s[(s[size_t(i)] + s[size_t(j)]) & 0xFF]);
+    }
+}
+
 } // namespace
 
 /// What the person is told and asked when her Datos.mdb is an old Access file.
@@ -148,7 +168,9 @@ private slots:
     {
         Estacion pc(u"Ajena.mdb"_qs);
         QVERIFY(!pc.iniciar());
-        QCOMPARE(pc.persona.tomar(), QStringList{u"Error...|"_qs + incompatible});
+        QVERIFY(!pc.modulo.verificarBase());
+        const QString dicho = u"Error...|"_qs + incompatible;
+        QCOMPARE(pc.persona.tomar(), (QStringList{dicho, dicho})); // at every check, as for any foreign file
         QVERIFY(pc.intacta());
     }
 
@@ -191,7 +213,7 @@ private slots:
         QTest::newRow("open elsewhere") << u"ldb"_qs << u"está el archivo 'DATOS.LDB'"_qs;
         QTest::newRow("being converted") << u"turno"_qs << u"Otra computadora está convirtiendo"_qs;
         QTest::newRow("written meanwhile") << u"cambio"_qs << u"¿está en uso?"_qs;
-        QTest::newRow("nowhere to write") << u"carpeta"_qs << u"No se puede crear el archivo"_qs;
+        QTest::newRow("nowhere to write") << u"carpeta"_qs << u"No se pudo convertir la Base de Datos"_qs;
         QTest::newRow("Access 2007") << u"nuevo"_qs << u"Access 2007 o posterior"_qs;
         QTest::newRow("damaged") << u"roto"_qs << u"El archivo está dañado y no se pudo leer"_qs;
     }
@@ -227,6 +249,20 @@ private slots:
         const QStringList dichos = pc.persona.tomar();
         QVERIFY2(dichos.last().startsWith(u"Error...|"_qs) && dichos.last().contains(dicho), qPrintable(dichos.last()));
         QVERIFY(pc.intacta());
+    }
+
+    void encodedPages()
+    {
+        Estacion pc(u"ConClave.mdb"_qs);
+        constexpr quint32 llave = 0x12345678;
+        for (int i = 0; i < 4; ++i)
+            pc.carpeta.antes[0x3E + i] = char(quint8(pc.carpeta.antes[0x3E + i]) ^ (llave >> (8 * i) & 0xFF));
+        for (qsizetype pagina = 1; (pagina + 1) * 4096 <= pc.carpeta.antes.size(); ++pagina)
+            cifrar(pc.carpeta.antes, pagina * 4096, 4096, llave ^ quint32(pagina));
+        prueba::escribir(pc.carpeta.archivo(), pc.carpeta.antes);
+        QVERIFY(pc.iniciar());
+        QCOMPARE(pc.modulo.conexion().query(u"SELECT id FROM [Pacientes]"_qs)->rowCount(), 4);
+        QCOMPARE(prueba::leer(pc.carpeta.original()), pc.carpeta.antes);
     }
 
     void littleRoom()

@@ -22,7 +22,8 @@ std::vector<Pantalla> lista()
           escenasDeAgenda,
           escenasDePacientes,
           escenasDeFichas,
-          escenasDeMantenimiento})
+          escenasDeMantenimiento,
+          escenasDeAccess})
         for (Pantalla &pantalla : escenas())
             todas.push_back(std::move(pantalla));
     return todas;

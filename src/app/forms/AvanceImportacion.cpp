@@ -1,16 +1,18 @@
 #include "app/forms/AvanceImportacion.h"
 
+#include "app/ImportacionAccess.h"
+
 #include <QApplication>
 #include <QLocale>
 #include <QProgressDialog>
 
 namespace app {
 
-AvanceImportacion::AvanceImportacion()
-    : m_caja(std::make_unique<QProgressDialog>(QString(), QObject::tr("&Cancelar"), 0, 0))
+AvanceImportacion::AvanceImportacion(QWidget *padre)
+    : m_caja(std::make_unique<QProgressDialog>(QString(), QObject::tr("&Cancelar"), 0, 0, padre))
 {
     m_caja->setObjectName(QStringLiteral("avanceimportacion"));
-    m_caja->setWindowTitle(QObject::tr("Convertir la Base de Datos"));
+    m_caja->setWindowTitle(tituloImportacion);
     m_caja->setWindowModality(Qt::ApplicationModal);
     m_caja->setMinimumDuration(0);
     m_caja->setAutoReset(false);
@@ -28,6 +30,12 @@ QWidget *AvanceImportacion::ventana() const { return m_caja.get(); }
 
 bool AvanceImportacion::avanzar(const QString &que, qint64 hechas, qint64 total)
 {
+    // Asked at every row: showing each would take longer than the work.
+    constexpr int momento = 50;
+    if (que == m_que && m_dicho.elapsed() < momento)
+        return !m_caja->wasCanceled();
+    m_que = que;
+    m_dicho.start();
     constexpr int entero = 1000;
     m_caja->setLabelText(
         total > 0

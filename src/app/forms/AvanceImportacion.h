@@ -2,6 +2,8 @@
 
 #include "db/access/Conversion.h"
 
+#include <QElapsedTimer>
+
 class QProgressDialog;
 
 namespace app {
@@ -11,7 +13,7 @@ namespace app {
 class AvanceImportacion final : public db::access::Seguimiento
 {
 public:
-    AvanceImportacion();
+    explicit AvanceImportacion(QWidget *padre = nullptr);
     ~AvanceImportacion() override;
 
     [[nodiscard]] bool avanzar(const QString &que, qint64 hechas, qint64 total) override;
@@ -19,6 +21,8 @@ public:
 
 private:
     std::unique_ptr<QProgressDialog> m_caja;
+    QElapsedTimer m_dicho;
+    QString m_que;
 };
 
 } // namespace app

@@ -118,7 +118,7 @@ void Tramos::tramo(char clase, QByteArrayView cuerpo)
     case Tramo::Fin: m_completo = true; break;
     default: throw incomprensible();
     }
-    if (!lectura.fin())
+    if (m_sigue && !lectura.fin())
         throw incomprensible();
 }
 

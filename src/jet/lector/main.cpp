@@ -173,6 +173,9 @@ int main(int argc, char *argv[])
     if (argc < 2 || argc > 3)
         return 2;
     limitarse();
+    // Whatever the person's own settings of the library say.
+    for (const char *ajuste : {"MDBPATH", "MDBICONV", "MDB_JET3_CHARSET", "MDBOPTS"})
+        unsetenv(ajuste);
     // The library says what it stumbles over; the frames say what matters.
     if (!std::freopen("/dev/null", "w", stderr))
         return 2;
