@@ -4,12 +4,11 @@
 
 #include <QApplication>
 #include <QLocale>
-#include <QProgressDialog>
 
 namespace app {
 
 AvanceImportacion::AvanceImportacion(QWidget *padre)
-    : m_caja(std::make_unique<QProgressDialog>(QString(), QObject::tr("&Cancelar"), 0, 0, padre))
+    : m_caja(new QProgressDialog(QString(), QObject::tr("&Cancelar"), 0, 0, padre))
 {
     m_caja->setObjectName(QStringLiteral("avanceimportacion"));
     m_caja->setWindowTitle(tituloImportacion);
@@ -24,12 +23,14 @@ AvanceImportacion::AvanceImportacion(QWidget *padre)
     QApplication::processEvents();
 }
 
-AvanceImportacion::~AvanceImportacion() = default;
+AvanceImportacion::~AvanceImportacion() { delete m_caja; }
 
-QWidget *AvanceImportacion::ventana() const { return m_caja.get(); }
+QWidget *AvanceImportacion::ventana() const { return m_caja; }
 
 bool AvanceImportacion::avanzar(const QString &que, qint64 hechas, qint64 total)
 {
+    if (!m_caja)
+        return false;
     // Asked at every row: showing each would take longer than the work.
     constexpr int momento = 50;
     if (que == m_que && m_dicho.elapsed() < momento)
@@ -44,7 +45,7 @@ bool AvanceImportacion::avanzar(const QString &que, qint64 hechas, qint64 total)
     m_caja->setMaximum(total > 0 ? entero : 0);
     m_caja->setValue(total > 0 ? int(hechas * entero / total) : 0);
     QApplication::processEvents();
-    return !m_caja->wasCanceled();
+    return m_caja && !m_caja->wasCanceled();
 }
 
 } // namespace app

@@ -3,8 +3,8 @@
 #include "db/access/Conversion.h"
 
 #include <QElapsedTimer>
-
-class QProgressDialog;
+#include <QPointer>
+#include <QProgressDialog>
 
 namespace app {
 
@@ -20,7 +20,7 @@ public:
     [[nodiscard]] QWidget *ventana() const;
 
 private:
-    std::unique_ptr<QProgressDialog> m_caja;
+    QPointer<QProgressDialog> m_caja; ///< may go with the window over which it stands
     QElapsedTimer m_dicho;
     QString m_que;
 };

@@ -13,6 +13,7 @@ db::access::Informe informe()
     db::access::Informe informe;
     informe.tablas
         = {{QStringLiteral("Pacientes"), 8412, 57, true}, {QStringLiteral("Agenda Turnos"), 96305, 12, true}};
+    informe.tablas.resize(37); // the others are empty
     informe.salteadas = QStringList{QStringLiteral("Usuarios"), QStringLiteral("Estadisticas")};
     informe.original = QStringLiteral("/home/consultorio/Vastelo/Datos (Access original).mdb");
     informe.archivo = QStringLiteral("/home/consultorio/Vastelo/Datos (importación de Access).txt");
