@@ -71,7 +71,7 @@ class PruebaAjustes : public QObject
 private slots:
     void nothingIsLost()
     {
-        const QString largo(60, u'ñ');
+        const QString largo(120, u'ñ');
         Contenido cosas = tabla(
             u"Cosas Ñ"_qs,
             {id,
@@ -117,8 +117,8 @@ private slots:
             return rows->toDelimited(u" ", u"|").chopped(1);
         };
         // The first keeps its number; the others get new ones, and what they had is kept aside.
-        QCOMPARE(valor("SELECT id, NroHC, length(Apellido) FROM Pacientes ORDER BY id"), u"1 5 60|2 5 5|3 6 9"_qs);
-        QCOMPARE(valor("SELECT type FROM pragma_table_info('Pacientes') WHERE name = 'Apellido'"), u"TEXT(60)"_qs);
+        QCOMPARE(valor("SELECT id, NroHC, length(Apellido) FROM Pacientes ORDER BY id"), u"1 5 120|2 5 5|3 6 9"_qs);
+        QCOMPARE(valor("SELECT type FROM pragma_table_info('Pacientes') WHERE name = 'Apellido'"), u"TEXT(120)"_qs);
         QCOMPARE(valor("SELECT hex(Notas) FROM Pacientes WHERE id = 2"), u"410042"_qs);
         QCOMPARE(valor("SELECT typeof(Notas) FROM Pacientes WHERE id = 3"), u"text"_qs);
         QCOMPARE(
@@ -140,7 +140,7 @@ private slots:
         const db::access::Informe &informe = desenlace.informe;
         QCOMPARE(informe.apartados, 6);
         QCOMPARE(informe.vinculadas.constFirst(), u"Otra base"_qs);
-        QVERIFY(informe.tablas[0].avisos.join(u' ').contains(u"'Apellido' queda como texto (60)"_qs));
+        QVERIFY(informe.tablas[0].avisos.join(u' ').contains(u"'Apellido' queda como texto (120)"_qs));
         QVERIFY(informe.tablas[0].avisos.join(u' ').contains(u"valores repetidos en 'NroHC'"_qs));
         QVERIFY(informe.tablas[1].avisos.join(u' ').contains(u"'importe' queda como doble"_qs));
         QVERIFY(informe.tablas[2].avisos.join(u' ').contains(u"misma clave"_qs));

@@ -187,8 +187,11 @@ private slots:
     {
         prueba::Carpeta carpeta(u"ConClave.mdb"_qs);
         QCOMPARE(QProcess::execute(u"ln"_qs, {carpeta.archivo(), carpeta.original()}), 0);
+        const QFile::Permissions permisos = QFile::ReadOwner | QFile::ReadUser | QFile::ReadGroup | QFile::WriteGroup;
+        QVERIFY(QFile::setPermissions(carpeta.archivo(), permisos));
         prueba::Seguimiento seguimiento;
         QCOMPARE(db::access::convertir(carpeta.pedido(), seguimiento).informe.original, carpeta.original());
+        QVERIFY(QFile::permissions(carpeta.archivo()).testFlags(permisos | QFile::WriteOwner));
         QCOMPARE(prueba::leer(carpeta.original()), carpeta.antes);
 
         // Another original of former times is not overwritten.

@@ -368,6 +368,8 @@ Informe Conversion::hacer()
     }
     avanzar(QStringLiteral("Terminando..."), plan.filas, plan.filas);
     controlarUso();
+    // Whoever could write the old one, in a shared folder too, can write the new one.
+    QFile::setPermissions(nuevo.archivo(), QFile::permissions(m_pedido.archivo) | QFile::ReadOwner | QFile::WriteOwner);
     m_informe.original = reemplazar(m_pedido.archivo, nuevo.archivo(), huella);
     informar(plan);
     return m_informe;

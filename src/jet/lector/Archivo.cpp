@@ -132,10 +132,8 @@ jet::Tabla Archivo::definicion(const Entrada &entrada)
     return tabla;
 }
 
-void Archivo::recorrer(
-    const Entrada &entrada, const jet::Tabla &tabla, const std::function<void(jet::Bytes fila)> &cada)
+void Archivo::recorrer(const Entrada &entrada, const std::function<void(jet::Bytes fila)> &cada)
 {
-    (void)tabla;
     MdbCatalogEntry deCatalogo = entradaDe(entrada.pagina);
     const Definicion leida(mdb_read_table(&deCatalogo));
     if (!leida)
@@ -188,7 +186,7 @@ std::vector<Entrada> Archivo::catalogo()
     };
     const std::size_t id = lugar("Id"), nombre = lugar("Name"), tipo = lugar("Type"), marcas = lugar("Flags");
     std::vector<Entrada> entradas;
-    recorrer(sistema, tabla, [&](jet::Bytes fila) {
+    recorrer(sistema, [&](jet::Bytes fila) {
         const std::vector<jet::Celda> celdas = jet::partirFila(fila, tabla, m_version);
         if (!celdas[id].crudo || !celdas[nombre].crudo || !celdas[tipo].crudo)
             return;

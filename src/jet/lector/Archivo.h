@@ -31,7 +31,7 @@ public:
     [[nodiscard]] jet::Tabla definicion(const Entrada &entrada);
     /// Every row that was not deleted, in the order of the file; one that was moved comes where it was at first. The
     /// bytes are valid until the next page is asked for.
-    void recorrer(const Entrada &entrada, const jet::Tabla &tabla, const std::function<void(jet::Bytes fila)> &cada);
+    void recorrer(const Entrada &entrada, const std::function<void(jet::Bytes fila)> &cada);
     [[nodiscard]] jet::Texto texto(jet::Bytes crudo) const;
 
 private:

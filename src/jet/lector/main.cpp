@@ -133,7 +133,7 @@ void leerTabla(lector::Archivo &archivo, const lector::Entrada &entrada)
     escribirTabla(tabla, archivo.version());
     std::uint32_t filas = 0;
     Tramo tramo(jet::protocolo::Tramo::Filas);
-    archivo.recorrer(entrada, tabla, [&](jet::Bytes fila) {
+    archivo.recorrer(entrada, [&](jet::Bytes fila) {
         const std::vector<jet::Celda> celdas = jet::partirFila(fila, tabla, archivo.version());
         for (std::size_t c = 0; c < celdas.size(); ++c)
             escribirCelda(tramo, archivo, tabla.columnas[c], celdas[c]);
