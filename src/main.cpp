@@ -2,6 +2,7 @@
 #include "app/Carpetas.h"
 #include "app/Modulo.h"
 #include "app/Opciones.h"
+#include "app/forms/AvanceImportacion.h"
 #include "app/forms/AvisoSonoro.h"
 #include "app/forms/Composicion.h"
 #include "app/forms/sistema.h"
@@ -56,6 +57,7 @@ int main(int argc, char *argv[])
     }
 
     app::Modulo modulo(*carpeta, mensajes, clock, db::Engines::standard());
+    modulo.setAvanceImportacion([] { return std::make_unique<app::AvanceImportacion>(QApplication::activeWindow()); });
     ui::Ventanas ventanas;
     app::registrarVentanas(modulo, ventanas, &modulo);
 

@@ -21,6 +21,7 @@ Modulo::Modulo(const QString &carpetaPrograma, base::Mensajes &mensajes, const b
     , m_mensajes(mensajes)
     , m_clock(clock)
     , m_engines(std::move(engines))
+    , m_importacion(mensajes, clock)
 {
     while (m_carpetaPrograma.size() > 1 && (m_carpetaPrograma.endsWith(u'/') || m_carpetaPrograma.endsWith(u'\\')))
         m_carpetaPrograma.chop(1);
@@ -83,6 +84,17 @@ void Modulo::conectar()
     m_conectado = m_destino;
 }
 
+void Modulo::conectarOConvertir()
+{
+    try {
+        conectar();
+    } catch (const db::Error &error) {
+        if (error.kind() != db::Error::Kind::OldAccess || !m_importacion.ofrecer(m_destino.archivo))
+            throw;
+        conectar();
+    }
+}
+
 void Modulo::desconectar()
 {
     m_conexion.reset();
@@ -112,9 +124,10 @@ bool Modulo::comprobar()
     }
     try {
         if (!m_conexion || m_conexion->moved() || m_destino != m_conectado)
-            conectar();
+            conectarOConvertir();
     } catch (const db::Error &error) {
-        db::avisarBaseDaniada(m_mensajes, error);
+        if (error.kind() != db::Error::Kind::OldAccess) // the person has been told and asked
+            db::avisarBaseDaniada(m_mensajes, error);
         return false;
     }
     return db::verificarCatalogo(*m_conexion, m_mensajes);
@@ -124,6 +137,7 @@ bool Modulo::cambiarRuta(const Ruta &ruta)
 {
     ruta.guardar(archivoRuta());
     desconectar();
+    m_importacion.preguntarDeNuevo();
     const bool lista = verificarBase();
     if (m_alCambiarBase)
         m_alCambiarBase();
@@ -138,7 +152,11 @@ Hallazgo Modulo::examinarRuta(const Ruta &ruta) const
     try {
         return examinarBase(*db::Connection::open(destino.cadenaConexion(), m_engines));
     } catch (const db::Error &error) {
-        return {false, error.description()};
+        return {
+            false,
+            error.kind() == db::Error::Kind::OldAccess
+                ? error.description() + QStringLiteral(" Al guardar, el programa ofrecerá convertirlo.")
+                : error.description()};
     }
 }
 
@@ -165,6 +183,7 @@ void Modulo::prepararBase()
             agenda::asegurarPlantillaInicial(*m_conexion, *nuevo);
     }
     m_preparada = true;
+    m_importacion.registrar(*this);
 }
 
 } // namespace app

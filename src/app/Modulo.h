@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/ImportacionAccess.h"
 #include "app/Red.h"
 #include "db/Engine.h"
 #include "db/Entorno.h"
@@ -39,8 +40,8 @@ public:
 
     // Comprobador
     /// Reads ruta.dat again, looks for the file, opens the connection again where there is none or its file was
-    /// replaced, and probes the catalogue. A database that comes back while the program runs is upgraded before it
-    /// counts as ready.
+    /// replaced, and probes the catalogue. Offers to convert an Access database of an older version. A database that
+    /// comes back while the program runs is upgraded before it counts as ready.
     [[nodiscard]] bool verificarBase() override;
     [[nodiscard]] bool baseLista() const override { return m_valida && m_preparada; }
 
@@ -51,6 +52,10 @@ public:
     [[nodiscard]] bool admiteServidor() const override;
     /// Told after cambiarRuta(), whatever came of it.
     void setAlCambiarBase(std::function<void()> aviso) { m_alCambiarBase = std::move(aviso); }
+
+    /// What shows how far the conversion of an old Access database is; without it nothing is shown.
+    void setAvanceImportacion(ImportacionAccess::HacerAvance hacer) { m_importacion.setAvance(std::move(hacer)); }
+    void setFuenteImportacion(db::access::AbrirFuente abrir) { m_importacion.setFuente(std::move(abrir)); }
 
     /// Where the database is, as ruta.dat said when it was last read.
     [[nodiscard]] const Destino &destino() const { return m_destino; }
@@ -67,6 +72,7 @@ public:
 
 private:
     [[nodiscard]] bool comprobar();
+    void conectarOConvertir();
 
     QString m_carpetaPrograma;
     base::Mensajes &m_mensajes;
@@ -76,6 +82,7 @@ private:
     Destino m_destino;
     Destino m_conectado; ///< what the open connection leads to
     std::unique_ptr<db::Connection> m_conexion;
+    ImportacionAccess m_importacion;
     std::function<void()> m_alCambiarBase;
     bool m_valida = false;
     bool m_preparada = false;

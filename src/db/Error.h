@@ -26,7 +26,8 @@ public:
         Corrupt,
         RowGone, ///< another station removed the row that was to be changed
         Moved, ///< the file was removed or replaced while open
-        Lost ///< the server went away: what was not committed is undone
+        Lost, ///< the server went away: what was not committed is undone
+        OldAccess ///< the file is an Access database of an older version: it can be converted (db/access)
     };
 
     Error(Kind kind, int number, QString description);

@@ -31,6 +31,14 @@ void avisarBaseAusente(base::Mensajes &mensajes)
         QStringLiteral("No se encuentra la Base de Datos, asigne una ruta válida en el menú 'Red' del programa."));
 }
 
+void avisarBaseIncompatible(base::Mensajes &mensajes)
+{
+    mensajes.fallar(
+        tituloError,
+        QStringLiteral("La Base de Datos es incompatible con el programa, asigne una ruta válida en el menú 'Red' del "
+                       "programa."));
+}
+
 void avisarBaseDaniada(base::Mensajes &mensajes, const Error &error)
 {
     const QStringList lineas{
@@ -62,10 +70,7 @@ bool verificarCatalogo(Connection &connection, base::Mensajes &mensajes)
         }
     }
     if (!compatible)
-        mensajes.fallar(
-            tituloError,
-            QStringLiteral("La Base de Datos es incompatible con el programa, asigne una ruta válida en el menú 'Red' "
-                           "del programa."));
+        avisarBaseIncompatible(mensajes);
     return compatible;
 }
 

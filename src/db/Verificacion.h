@@ -18,6 +18,7 @@ class Error;
 
 /// The messages of the check, for failures found before there is a connection to probe.
 void avisarBaseAusente(base::Mensajes &mensajes);
+void avisarBaseIncompatible(base::Mensajes &mensajes);
 void avisarBaseDaniada(base::Mensajes &mensajes, const Error &error);
 
 } // namespace db

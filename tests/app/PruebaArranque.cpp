@@ -196,11 +196,8 @@ private slots:
         QFile file(soporte::plantilla());
         QVERIFY(file.open(QIODevice::ReadOnly));
         plantilla = file.readAll();
-        QFile access(QStringLiteral(VASTELO_DATOS_DE_PRUEBA "/Ajena.mdb"));
-        QVERIFY(access.open(QIODevice::ReadOnly));
         QTest::newRow("empty") << QByteArray();
         QTest::newRow("text") << QByteArray("Estimado doctor:\r\n").repeated(500);
-        QTest::newRow("Access file") << access.readAll();
         QTest::newRow("truncated in the header") << plantilla.left(100);
         QTest::newRow("truncated") << plantilla.left(plantilla.size() / 2 + 77);
         QTest::newRow("noise") << QByteArray("\x5a\xa5\x00\xff", 4).repeated(9000);

@@ -14,6 +14,7 @@ namespace pantallas {
 [[nodiscard]] std::vector<Pantalla> escenasDePacientes();
 [[nodiscard]] std::vector<Pantalla> escenasDeFichas();
 [[nodiscard]] std::vector<Pantalla> escenasDeMantenimiento();
+[[nodiscard]] std::vector<Pantalla> escenasDeAccess();
 
 /// On the way to a new patient, the reduced form filled in.
 void darDeAlta(Escena &escena);

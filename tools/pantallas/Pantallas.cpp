@@ -25,7 +25,8 @@ std::vector<Pantalla> lista()
           escenasDePlanilla,
           escenasDePacientes,
           escenasDeFichas,
-          escenasDeMantenimiento})
+          escenasDeMantenimiento,
+          escenasDeAccess})
         for (Pantalla &pantalla : escenas())
             todas.push_back(std::move(pantalla));
     return todas;

@@ -76,15 +76,18 @@ QList<QByteArray> createTable(const Table &table)
     if (table.counterStart > 0)
         statements << "INSERT INTO sqlite_sequence (name, seq) VALUES (" + literal(table.name) + ", "
                 + QByteArray::number(table.counterStart) + ')';
-    for (const Index &index : table.indexes) {
-        QByteArray names;
-        for (const QString &name : index.columns)
-            names += (names.isEmpty() ? "" : ", ") + quoted(name) + (index.ofList ? " COLLATE BINARY" : "");
-        statements << QByteArray(index.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ")
-                + quoted(table.name + u' ' + index.columns.join(u' ')) + " ON " + quoted(table.name) + " (" + names
-                + ')';
-    }
+    for (const Index &index : table.indexes)
+        statements << createIndex(table.name, index);
     return statements;
+}
+
+QByteArray createIndex(const QString &table, const Index &index)
+{
+    QByteArray names;
+    for (const QString &name : index.columns)
+        names += (names.isEmpty() ? "" : ", ") + quoted(name) + (index.ofList ? " COLLATE BINARY" : "");
+    return QByteArray(index.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ")
+        + quoted(table + u' ' + index.columns.join(u' ')) + " ON " + quoted(table) + " (" + names + ')';
 }
 
 QByteArray addColumn(const QString &table, const Column &column)

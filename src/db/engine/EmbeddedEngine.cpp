@@ -1,6 +1,7 @@
 #include "db/engine/EmbeddedEngine.h"
 
 #include "db/Error.h"
+#include "db/access/Cabecera.h"
 #include "db/engine/Ddl.h"
 #include "db/engine/Key.h"
 #include "db/engine/SearchIndex.h"
@@ -65,7 +66,15 @@ EmbeddedEngine::EmbeddedEngine(const QString &path, const QString &password, Ope
     try {
         if (code != SQLITE_OK)
             fail(code);
-        useCipher(m_database, derivedKey(password, salt()));
+        const QByteArray primeros = salt();
+        // Before anything looks for a journal beside it: what an older version left there must not be touched.
+        if (access::empiezaComoAccess(primeros))
+            throw Error(
+                Error::Kind::OldAccess,
+                SQLITE_NOTADB,
+                QStringLiteral("El archivo es una base de datos de Access, de una versión anterior del programa, que "
+                               "todavía no se convirtió."));
+        useCipher(m_database, derivedKey(password, primeros));
         sqlite3_extended_result_codes(m_database, 1);
         sqlite3_busy_timeout(m_database, busyMilliseconds);
         sql::registerFunctions(m_database);
