@@ -301,20 +301,35 @@ void SqlServidor::importes()
     const auto access = std::make_unique<db::Connection>(
         std::make_unique<db::EmbeddedEngine>(m_folder.filePath(QStringLiteral("Datos.mdb")), QStringLiteral("x")));
     for (const double amount :
-         {0.0,       0.004,      0.005,     -0.004,    -0.005,       0.145,       1.0,        -1234.5,    1234.565,
-          999.995,   1000000.0,  1234567.5, -0.5,      123456789.12, 99999999.99, 0.1 + 0.2,  double(0.145F),
-          double(1234.56F), double(-45.675F)}) {
+         {0.0,
+          0.004,
+          0.005,
+          -0.004,
+          -0.005,
+          0.145,
+          1.0,
+          -1234.5,
+          1234.565,
+          999.995,
+          1000000.0,
+          1234567.5,
+          -0.5,
+          123456789.12,
+          99999999.99,
+          0.1 + 0.2,
+          double(0.145F),
+          double(1234.56F),
+          double(-45.675F)}) {
         QStringList texts{base::dinero(amount)};
         for (db::Connection *connection : {access.get(), m_connection.get()})
-            texts << text(connection->query(
-                QStringLiteral("SELECT %1 AS c FROM Pacientes WHERE NroHC = 10")
-                    .arg(connection->dialect().formatMoney(QStringLiteral("(costo * 0 + %1)").arg(amount, 0, 'f', 12)))));
+            texts << text(connection->query(QStringLiteral("SELECT %1 AS c FROM Pacientes WHERE NroHC = 10")
+                                                .arg(connection->dialect().formatMoney(
+                                                    QStringLiteral("(costo * 0 + %1)").arg(amount, 0, 'f', 12)))));
         QCOMPARE(texts, QStringList(3, texts.first()));
     }
     const auto written = [&](const QString &expression) {
-        return text(m_connection->query(
-            QStringLiteral("SELECT isnull(%1,'nada') FROM Pacientes WHERE NroHC = 10")
-                .arg(m_connection->dialect().formatMoney(expression))));
+        return text(m_connection->query(QStringLiteral("SELECT isnull(%1,'nada') FROM Pacientes WHERE NroHC = 10")
+                                            .arg(m_connection->dialect().formatMoney(expression))));
     };
     QCOMPARE(written(QStringLiteral("NULLIF(NroHC,10)")), QStringLiteral("nada"));
     // What a card's bars would give, read into the wrong field, must not stop the whole list.
@@ -326,8 +341,15 @@ void SqlServidor::busquedas()
 {
     const auto access = std::make_unique<db::Connection>(
         std::make_unique<db::EmbeddedEngine>(m_folder.filePath(QStringLiteral("Datos.mdb")), QStringLiteral("x")));
-    for (const auto &[sought, found] : {std::pair("perez", "10"), std::pair("PÉR", "10"), std::pair("nun", "11"),
-             std::pair("NUÑ", "11"), std::pair("ñun", ""), std::pair("[n", ""), std::pair("_", ""), std::pair("%", "")})
+    for (const auto &[sought, found] :
+         {std::pair("perez", "10"),
+          std::pair("PÉR", "10"),
+          std::pair("nun", "11"),
+          std::pair("NUÑ", "11"),
+          std::pair("ñun", ""),
+          std::pair("[n", ""),
+          std::pair("_", ""),
+          std::pair("%", "")})
         for (db::Connection *connection : {access.get(), m_connection.get()})
             QCOMPARE(
                 text(connection->query(
@@ -407,9 +429,9 @@ void SqlServidor::tablas()
           "Vieja') BEGIN ALTER TABLE [Caja Vieja] DROP COLUMN turno; END";
     // Its default value holds it.
     QVERIFY(refused([&] { run(drop); }));
-    const QString held = rows(
-        "SELECT name FROM sys.default_constraints WHERE parent_object_id = OBJECT_ID('[Caja Vieja]') and "
-        "COL_NAME(parent_object_id,parent_column_id) = 'TURNO'");
+    const QString held
+        = rows("SELECT name FROM sys.default_constraints WHERE parent_object_id = OBJECT_ID('[Caja Vieja]') and "
+               "COL_NAME(parent_object_id,parent_column_id) = 'TURNO'");
     QVERIFY(!held.isEmpty());
     m_connection->execute(QStringLiteral("ALTER TABLE [Caja Vieja] DROP CONSTRAINT [%1]").arg(held));
     run(drop);

@@ -80,9 +80,7 @@ ServerTestEngine::ServerTestEngine(const QString &path, const QString &password,
 
 ServerStatement ServerTestEngine::parse(const QString &sql)
 {
-    return ServerParser(
-               sql, [this](const QString &table) { return columns(table); }, m_identityInsert)
-        .parse();
+    return ServerParser(sql, [this](const QString &table) { return columns(table); }).parse();
 }
 
 void ServerTestEngine::createTable(const db::Table &table)
@@ -96,6 +94,16 @@ void ServerTestEngine::createTable(const db::Table &table)
 void ServerTestEngine::addColumn(const QString &table, const db::Column &column)
 {
     EmbeddedEngine::addColumn(table, withFlag(column));
+}
+
+void ServerTestEngine::checkDrop(const QString &table, const QString &name)
+{
+    for (const db::Column &column : columns(table)) {
+        if (column.name.compare(name, Qt::CaseInsensitive) == 0 && column.initial
+            && !m_freed.contains(QStringLiteral("df_%1_%2").arg(table, name).toLower()))
+            throw db::Error(
+                db::Error::Kind::General, 4922, QStringLiteral("La columna tiene un valor inicial: no se quita."));
+    }
 }
 
 db::Rows ServerTestEngine::query(const QString &sql, const db::Params &params)
@@ -113,10 +121,12 @@ int ServerTestEngine::execute(const QString &sql, const db::Params &params)
     if (!statement.condition.isEmpty() && queryNative("SELECT " + statement.condition, {})->integer(0, 0) == 0)
         return 0;
     checkParameters(statement.parameters, params);
-    if (statement.identityInsert) {
-        m_identityInsert = *statement.identityInsert;
+    if (!statement.droppedConstraint.isEmpty()) {
+        m_freed << statement.droppedConstraint.toLower();
         return 0;
     }
+    if (!statement.droppedColumn.isEmpty())
+        checkDrop(statement.dropFrom, statement.droppedColumn);
     if (statement.newTable) {
         createTable(*statement.newTable);
         return 0;

@@ -24,7 +24,9 @@ public:
 private:
     [[nodiscard]] ServerStatement parse(const QString &sql);
 
-    QString m_identityInsert;
+    void checkDrop(const QString &table, const QString &name);
+
+    QStringList m_freed; ///< default values dropped so that their columns may go
 };
 
 } // namespace soporte
