@@ -251,8 +251,12 @@ private slots:
         QFETCH(QString, cuando);
         soporte::BaseDePrueba base(soporte::dialectoActual());
         llenar(base);
-        for (const QString &sentencia : sentencias)
+        const db::Dialect &d = base.conexion().dialect();
+        for (QString sentencia : sentencias) {
+            sentencia.replace(u"'Última'"_s, d.text(u"Última"));
+            sentencia.replace(u"accion like 'Se ingres%'"_s, d.contains(u"accion"_s, u"Se ingres"));
             QVERIFY(base.conexion().execute(sentencia) > 0);
+        }
         for (const Alcance alcance : {Alcance::Todo, Alcance::Reciente}) {
             const db::InformeHistorial informe = verificar(base, alcance);
             QCOMPARE(hallazgos(informe), esperado);
@@ -292,15 +296,19 @@ private slots:
         QCOMPARE(hallazgos(informe), QString());
         QCOMPARE(informe.anteriores, 30 * 70 + 1 + 3);
         QCOMPARE(informe.acciones, escritas);
-        QCOMPARE(base.valor(u"SELECT COUNT(*) FROM [Historial Usos] WHERE ventana like 'Ventana%'"_s), u"12"_s);
+        QCOMPARE(
+            base.valor(
+                u"SELECT COUNT(*) FROM [Historial Usos] WHERE "_s
+                + base.conexion().dialect().contains(u"ventana"_s, u"Ventana")),
+            u"12"_s);
 
         // An entry of the day on which the chain begins.
         base.conexion().execute(u"UPDATE [Historial] SET iddoctor = 99 WHERE accion = 'La primera'"_s);
         QCOMPARE(hallazgos(verificar(base, Alcance::Reciente)), u"Anteriores 0"_s);
         base.conexion().execute(u"UPDATE [Historial] SET iddoctor = ? WHERE accion = 'La primera'"_s, {base.usuario});
 
-        base.conexion().execute(u"UPDATE [Historial] SET accion = 'x' WHERE accion = 'Acción d''antes 80'"_s);
-        base.conexion().execute(u"DELETE FROM [Historial] WHERE accion = 'Acción d''antes 1500'"_s);
+        base.conexion().execute(u"UPDATE [Historial] SET accion = 'x' WHERE accion = ?"_s, {u"Acción d'antes 80"_s});
+        base.conexion().execute(u"DELETE FROM [Historial] WHERE accion = ?"_s, {u"Acción d'antes 1500"_s});
         base.conexion().execute(u"INSERT INTO [Historial] (iddoctor,accion) VALUES (3,'sin fecha')"_s);
         base.conexion().execute(u"DELETE FROM [Historial] WHERE accion = 'Atrasada'"_s);
         // The first stretch has one changed and one more, the third and the last one less.

@@ -218,6 +218,10 @@ Expr Parser::membership(Expr left, bool negated)
         if (inner.everything || inner.outputs.size() != 1)
             failSyntax(QStringLiteral("IN con más de una columna"), at);
         list = inner.sql;
+        Expr item;
+        item.kind = inner.outputs.first().kind;
+        item.traits = inner.outputs.first().traits;
+        pair(left, item, at);
     } else {
         do {
             const int next = position();

@@ -210,8 +210,10 @@ QByteArray Parser::outputs(Query &result, std::vector<Item> &items, bool collate
         if (accept(u"as") || atIdentifier())
             alias = identifier();
         // The name that the original engine gave to a column without one.
-        else if (!expr.column)
-            alias = QStringLiteral("Expr%1").arg(unnamed), output.named = false;
+        else if (!expr.column) {
+            alias = QStringLiteral("Expr%1").arg(unnamed);
+            output.named = false;
+        }
         ++unnamed;
         if (!alias.isEmpty())
             output.name = alias;
