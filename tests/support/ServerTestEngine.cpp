@@ -1,14 +1,10 @@
 #include "support/ServerTestEngine.h"
 
 #include "db/Error.h"
-#include "support/ServerParser.h"
 
 namespace soporte {
 
-ServerStatement ServerTestEngine::parse(const QString &sql)
-{
-    return ServerParser(sql, [this](const QString &table) { return columns(table); }).parse();
-}
+ServerStatement ServerTestEngine::parse(const QString &sql) { return ServerParser(sql, *this).parse(); }
 
 db::Rows ServerTestEngine::query(const QString &sql, const db::Params &params)
 {
@@ -18,11 +14,29 @@ db::Rows ServerTestEngine::query(const QString &sql, const db::Params &params)
     return queryNative(statement.native.text, params);
 }
 
-int ServerTestEngine::execute(const QString &sql, const db::Params &params)
+int ServerTestEngine::execute(const QString &sql, const db::Params &params) { return run(parse(sql), params); }
+
+int ServerTestEngine::executeBatch(const QString &sql, const std::vector<db::Params> &rows)
 {
     const ServerStatement statement = parse(sql);
+    int changed = 0;
+    checkIdentity(statement);
+    for (const db::Params &row : rows)
+        changed += executeNative(statement.native.text, row);
+    return changed;
+}
+
+int ServerTestEngine::run(const ServerStatement &statement, const db::Params &params)
+{
     if (!statement.condition.isEmpty() && queryNative("SELECT " + statement.condition, {})->integer(0, 0) == 0)
         return 0;
+    if (statement.errand.kind != ServerErrand::Kind::None) {
+        carryOut(statement.errand);
+        return 0;
+    }
+    if (!statement.clustered.isEmpty())
+        orderRows(statement.clustered);
+    checkIdentity(statement);
     if (statement.newTable) {
         createTable(*statement.newTable);
         return 0;

@@ -59,11 +59,9 @@ QByteArrayList expresiones(const Column &columna)
         lista[Contenido::Ajenos] = cuantos(
             c + " IS NOT NULL AND (typeof(" + c + ") <> 'text' OR length(" + c + ") NOT IN (10, 19) OR julianday(" + c
             + ") IS NULL)");
-        lista[Contenido::Medida] = cuantos(c + " < '1753'");
+        lista[Contenido::Medida] = cuantos("CAST(" + c + " AS TEXT) < '1753'");
         break;
-    case Type::Text:
-        lista[Contenido::Medida] = "max(length(CAST(" + c + " AS BLOB)))";
-        [[fallthrough]];
+    case Type::Text: lista[Contenido::Medida] = "max(length(CAST(" + c + " AS BLOB)))"; [[fallthrough]];
     case Type::Memo: lista[Contenido::Ajenos] = cuantos("typeof(" + c + ") = 'blob'"); break;
     case Type::Binary: lista[Contenido::Ajenos] = cuantos("typeof(" + c + ") IN ('integer', 'real')"); break;
     }
@@ -102,7 +100,8 @@ void ajustar(EmbeddedEngine &motor, TablaPlano &plano, Column &columna, const Co
         if (!esEntero(columna.type) || columna.type == Type::Counter)
             return;
         const qint64 menor = hay.numeros[Contenido::Menor], mayor = hay.numeros[Contenido::Mayor];
-        const bool cabeLargo = menor >= std::numeric_limits<qint32>::min() && mayor <= std::numeric_limits<qint32>::max();
+        const bool cabeLargo
+            = menor >= std::numeric_limits<qint32>::min() && mayor <= std::numeric_limits<qint32>::max();
         if (medida > 0 || !cabeLargo)
             columna.type = Type::Double;
         else if (
@@ -111,7 +110,8 @@ void ajustar(EmbeddedEngine &motor, TablaPlano &plano, Column &columna, const Co
             columna.type = Type::Long;
         else
             return;
-        avisos << QStringLiteral("Tabla '%1': la columna '%2' tiene números que no entran en su tipo; se creó más grande.")
+        avisos << QStringLiteral(
+                      "Tabla '%1': la columna '%2' tiene números que no entran en su tipo; se creó más grande.")
                       .arg(tabla, columna.name);
         return;
     }
@@ -119,11 +119,10 @@ void ajustar(EmbeddedEngine &motor, TablaPlano &plano, Column &columna, const Co
         if (ajenos > 0)
             fallar(tabla, columna.name, QStringLiteral("tiene valores que no son fechas"));
         if (medida > 0)
-            avisos << QStringLiteral("Tabla '%1': %2 fechas de la columna '%3' son anteriores a 1753 y quedaron en el "
-                                     "servidor como 31/12/8888 (sin fecha).")
-                          .arg(tabla)
-                          .arg(medida)
-                          .arg(columna.name);
+            avisos << QStringLiteral("Tabla '%1', columna '%2': fechas anteriores a 1753, que el servidor no admite: "
+                                     "%3. Quedaron allí como 31/12/8888 (sin fecha).")
+                          .arg(tabla, columna.name)
+                          .arg(medida);
         return;
     case Type::Text:
     case Type::Memo:
@@ -136,7 +135,8 @@ void ajustar(EmbeddedEngine &motor, TablaPlano &plano, Column &columna, const Co
         }
         if (columna.type == Type::Text && medida > columna.size) {
             if (const int largo = masLargo(motor, tabla, columna); largo > columna.size) {
-                avisos << QStringLiteral("Tabla '%1': la columna '%2' tiene textos de %3 caracteres; se creó más ancha.")
+                avisos << QStringLiteral(
+                              "Tabla '%1': la columna '%2' tiene textos de %3 caracteres; se creó más ancha.")
                               .arg(tabla, columna.name)
                               .arg(largo);
                 columna.size = largo;
@@ -161,8 +161,7 @@ void mirarFilas(EmbeddedEngine &motor, TablaPlano &plano, QStringList &avisos)
         QByteArrayList todas;
         for (qsizetype c = desde; c < hasta; ++c)
             todas += expresiones(plano.tabla.columns[c]);
-        const Rows fila
-            = motor.queryNative("SELECT " + todas.join(", ") + " FROM " + citado(plano.tabla.name), {});
+        const Rows fila = motor.queryNative("SELECT " + todas.join(", ") + " FROM " + citado(plano.tabla.name), {});
         for (qsizetype c = desde; c < hasta; ++c) {
             Contenido hay;
             for (int n = 0; n < Contenido::Cuantos; ++n)
@@ -209,10 +208,8 @@ qint64 contadorDe(EmbeddedEngine &motor, const TablaPlano &plano)
     const QString columna = plano.columnaContador();
     if (columna.isEmpty())
         return 0;
-    const qint64 mayor = motor
-                             .queryNative(
-                                 "SELECT max(" + citado(columna) + ") FROM " + citado(plano.tabla.name), {})
-                             ->integer(0, 0);
+    const qint64 mayor
+        = motor.queryNative("SELECT max(" + citado(columna) + ") FROM " + citado(plano.tabla.name), {})->integer(0, 0);
     // A table made by another tool may count without remembering.
     if (motor.queryNative("SELECT name FROM sqlite_master WHERE name = 'sqlite_sequence'", {})->rowCount() == 0)
         return mayor;
@@ -247,9 +244,10 @@ QHash<QString, QVector<IndiceServidor>> indicesDelServidor(Connection &conexion)
 
 bool mismas(const QStringList &unas, const QStringList &otras)
 {
-    return std::equal(unas.begin(), unas.end(), otras.begin(), otras.end(), [](const QString &una, const QString &otra) {
-        return una.compare(otra, Qt::CaseInsensitive) == 0;
-    });
+    return std::equal(
+        unas.begin(), unas.end(), otras.begin(), otras.end(), [](const QString &una, const QString &otra) {
+            return una.compare(otra, Qt::CaseInsensitive) == 0;
+        });
 }
 
 /// What the file has beside the values: the declared table's, and the server's own indexes.
@@ -349,13 +347,14 @@ Plano planoDeServidor(Connection &origen, const Schema &esquema, const AlMirar &
         completar(tabla, esquema.table(nombre), indices.value(nombre.toLower()));
         const QString citada = origen.dialect().identifier(nombre);
         // The lock lasts as long as the transaction: the others may read meanwhile, and not write.
-        tabla.filas
-            = origen.query(QStringLiteral("SELECT COUNT(*) FROM %1 WITH (TABLOCK, HOLDLOCK)").arg(citada))->integer(0, 0);
+        tabla.filas = origen.query(QStringLiteral("SELECT COUNT(*) FROM %1 WITH (TABLOCK, HOLDLOCK)").arg(citada))
+                          ->integer(0, 0);
         if (!tabla.columnaContador().isEmpty()) {
-            const qint64 dado = origen
-                                    .query(QStringLiteral("SELECT IDENT_CURRENT(%1)")
-                                               .arg(u'\'' + QString(citada).replace(u'\'', QLatin1String("''")) + u'\''))
-                                    ->integer(0, 0);
+            const qint64 dado
+                = origen
+                      .query(QStringLiteral("SELECT IDENT_CURRENT(%1)")
+                                 .arg(u'\'' + QString(citada).replace(u'\'', QLatin1String("''")) + u'\''))
+                      ->integer(0, 0);
             // A table that never had a row tells the first number instead of the last.
             const bool sinUsar = tabla.filas == 0 && dado == tabla.tabla.counterStart + 1;
             tabla.contador = sinUsar ? tabla.tabla.counterStart : dado;
