@@ -2,7 +2,9 @@
 
 #include "app/Esquema.h"
 #include "db/Connection.h"
+#include "db/engine/EmbeddedEngine.h"
 #include "db/migracion/Migracion.h"
+#include "db/migracion/Sentencias.h"
 #include "demo/Archivo.h"
 #include "support/BaseDePrueba.h"
 #include "support/ServidorDePrueba.h"
