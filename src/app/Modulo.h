@@ -49,6 +49,7 @@ public:
     [[nodiscard]] bool cambiarRuta(const Ruta &ruta) override;
     [[nodiscard]] Hallazgo examinarRuta(const Ruta &ruta) const override;
     [[nodiscard]] bool admiteServidor() const override { return m_engines.has(QStringLiteral("SQLOLEDB")); }
+    [[nodiscard]] TrabajoTraslado traslado(const PedidoTraslado &pedido) const override;
     /// Told after cambiarRuta(), whatever came of it.
     void setAlCambiarBase(std::function<void()> aviso) { m_alCambiarBase = std::move(aviso); }
 

@@ -53,7 +53,7 @@ bool ServerParser::isFunction(const Token &name) const
     static const QStringList others
         = QStringLiteral(
               "isnull,coalesce,nullif,len,charindex,upper,lower,getdate,datediff,dateadd,datepart,year,month,"
-              "day,cast,convert,count,sum,avg,min,max,object_id,col_name,ceiling")
+              "day,cast,convert,count,sum,avg,min,max,object_id,col_name,ceiling,ident_current,databasepropertyex")
               .split(u',');
     return simpleFunctions().contains(name.text.toLower()) || others.contains(name.text.toLower());
 }
@@ -137,6 +137,22 @@ Expr ServerParser::simple(const QString &function, const Token &name)
         result.sql = inner[1].sql + " COLLATE NOCASE";
         result.kind = Kind::Text;
         result.atomic = false;
+    } else if (function == u"ident_current") {
+        // The last number given; of a table that never had a row, the first one.
+        const QByteArray table = textLiteral(firstText().remove(u'[').remove(u']'));
+        result.sql = "coalesce((SELECT max(seq, 1) FROM sqlite_sequence WHERE name = " + table + " COLLATE NOCASE), 1)";
+        result.kind = Kind::Number;
+        return result;
+    } else if (function == u"databasepropertyex") {
+        expectSymbol(u"(");
+        const QString base = take().text;
+        expectSymbol(u",");
+        if (take().text.compare(QLatin1String("Collation"), Qt::CaseInsensitive) != 0)
+            failSyntax(QStringLiteral("Propiedad desconocida"), name.position);
+        expectSymbol(u")");
+        result.sql = textLiteral(m_catalog.collationOf(base));
+        result.kind = Kind::Text;
+        return result;
     } else if (function == u"object_id") {
         inner = arguments(name, 1, 1);
         if (!inner.front().literal)
@@ -255,6 +271,10 @@ Expr ServerParser::conversion(bool cast)
                 result.sql = "v_left(" + result.sql + ", " + QByteArray::number(sizes[0]) + ')';
         }
         result.kind = Kind::Text;
+    } else if (type == u"varbinary") {
+        if (expr.kind != Kind::Unknown && expr.kind != Kind::Null)
+            failSyntax(QStringLiteral("Texto convertido a bytes"), at);
+        result.sql = expr.sql;
     } else if (type == u"datetime" || type == u"datetime2" || type == u"date") {
         fit(expr, Kind::Date, at);
         result.sql = (type == u"date" ? "v_datevalue(" : "v_cdate(") + expr.sql + ')';

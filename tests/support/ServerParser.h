@@ -7,8 +7,45 @@
 
 namespace soporte {
 
+/// What a statement does to the server's databases and tables beyond what the engine's SQL says.
+struct ServerErrand {
+    enum class Kind {
+        None,
+        CreateBase,
+        DropBase,
+        Collate, ///< `text`: the collation
+        SingleUser,
+        IdentityInsert, ///< `on`
+        LockTimeout,
+        Reseed, ///< `number`: the last one given
+        Default, ///< `columns`: the one; `value`
+        PrimaryKey, ///< `columns`
+    };
+    Kind kind = Kind::None;
+    QString name; ///< of the database or table
+    QString text; ///< name of a constraint
+    QStringList columns = {};
+    QVariant value = {};
+    qint64 number = 0;
+    bool on = false;
+};
+
+/// What a parser asks of the server it stands for.
+class ServerCatalog
+{
+public:
+    virtual ~ServerCatalog() = default;
+    [[nodiscard]] virtual QVector<db::Column> columnsOf(const QString &table) = 0;
+    [[nodiscard]] virtual QStringList bases() = 0;
+    [[nodiscard]] virtual QString collationOf(const QString &base) = 0;
+};
+
 /// A statement of the server as the test engine carries it out.
 struct ServerStatement {
+    ServerErrand errand = {};
+    QString clustered = {}; ///< table whose rows it orders
+    QString insertInto = {}; ///< table of an INSERT that names its columns
+    QStringList inserted = {};
     db::sql::Translated native;
     /// "IF [NOT] EXISTS (...)" in front of it: the condition, in the engine's SQL.
     QByteArray condition;
@@ -33,9 +70,7 @@ struct ServerStatement {
 class ServerParser final : public db::sql::Parser
 {
 public:
-    using Lookup = std::function<QVector<db::Column>(const QString &table)>;
-
-    ServerParser(QStringView statement, Lookup lookup);
+    ServerParser(QStringView statement, ServerCatalog &catalog);
 
     [[nodiscard]] ServerStatement parse();
 
@@ -85,13 +120,21 @@ private:
     db::sql::Translated guarded();
     db::sql::Translated create();
     db::sql::Translated alter();
+    db::sql::Translated constraint(const QString &table);
+    void base(ServerErrand::Kind kind);
+    void alterBase();
+    void session();
+    void reseed();
+    void noteInsert();
+    void hints();
+    QString firstText();
     void tableBody(db::Table &table);
     db::Column columnDefinition(db::Table &table);
     db::Type columnType(int &size);
     int number();
     void primaryKey();
 
-    Lookup m_lookup;
+    ServerCatalog &m_catalog;
     mutable QHash<QString, QVector<db::Column>> m_tables;
     ServerStatement m_result;
 };

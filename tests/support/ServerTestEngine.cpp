@@ -1,7 +1,6 @@
 #include "support/ServerTestEngine.h"
 
 #include "db/Error.h"
-#include "support/ServerParser.h"
 
 #include <QDate>
 #include <QMetaType>
@@ -78,10 +77,7 @@ ServerTestEngine::ServerTestEngine(const QString &path, const QString &password,
     }
 }
 
-ServerStatement ServerTestEngine::parse(const QString &sql)
-{
-    return ServerParser(sql, [this](const QString &table) { return columns(table); }).parse();
-}
+ServerStatement ServerTestEngine::parse(const QString &sql) { return ServerParser(sql, *this).parse(); }
 
 void ServerTestEngine::createTable(const db::Table &table)
 {
@@ -115,9 +111,22 @@ db::Rows ServerTestEngine::query(const QString &sql, const db::Params &params)
     return queryNative(statement.native.text, params);
 }
 
-int ServerTestEngine::execute(const QString &sql, const db::Params &params)
+int ServerTestEngine::execute(const QString &sql, const db::Params &params) { return run(parse(sql), params); }
+
+int ServerTestEngine::executeBatch(const QString &sql, const std::vector<db::Params> &rows)
 {
     const ServerStatement statement = parse(sql);
+    int changed = 0;
+    checkIdentity(statement);
+    for (const db::Params &row : rows) {
+        checkParameters(statement.parameters, row);
+        changed += executeNative(statement.native.text, row);
+    }
+    return changed;
+}
+
+int ServerTestEngine::run(const ServerStatement &statement, const db::Params &params)
+{
     if (!statement.condition.isEmpty() && queryNative("SELECT " + statement.condition, {})->integer(0, 0) == 0)
         return 0;
     checkParameters(statement.parameters, params);
@@ -127,6 +136,13 @@ int ServerTestEngine::execute(const QString &sql, const db::Params &params)
     }
     if (!statement.droppedColumn.isEmpty())
         checkDrop(statement.dropFrom, statement.droppedColumn);
+    if (statement.errand.kind != ServerErrand::Kind::None) {
+        carryOut(statement.errand);
+        return 0;
+    }
+    if (!statement.clustered.isEmpty())
+        orderRows(statement.clustered);
+    checkIdentity(statement);
     if (statement.newTable) {
         createTable(*statement.newTable);
         return 0;
