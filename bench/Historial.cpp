@@ -64,6 +64,8 @@ public:
     bool esClienteDeRed() const override { return m_entorno.esClienteDeRed(); }
     int segundosAgenda() const override { return m_entorno.segundosAgenda(); }
     int segundosMensajes() const override { return m_entorno.segundosMensajes(); }
+    bool modoTurno() const override { return m_entorno.modoTurno(); }
+    void setAjustesEquipo(const db::AjustesEquipo &ajustes) override { m_entorno.setAjustesEquipo(ajustes); }
 
 private:
     db::Entorno &m_entorno;

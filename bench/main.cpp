@@ -1,3 +1,4 @@
+#include "Agenda.h"
 #include "Historial.h"
 #include "Motor.h"
 #include "Tabla.h"
@@ -132,7 +133,7 @@ public:
     }
 
     void medirEleccion(int veces);
-    void medirDia(int veces);
+    void medirAgenda(int veces) { medicion::medirAgenda(tabla, modulo, ventanas, hoy, veces); }
     void medirReserva(int veces);
     void medirAlta(int veces);
     void medirHistorial(int encadenadas, int veces)
@@ -256,36 +257,6 @@ void Consultorio::medirEleccion(int veces)
     cerrar(ventana);
 }
 
-void Consultorio::medirDia(int veces)
-{
-    db::Connection &conexion = modulo.conexion();
-    Motor motor(conexion);
-    const auto profesional = int(
-        conexion
-            .query(QStringLiteral("SELECT TOP 1 Doctor FROM [Agenda Turnos] WHERE Fecha > ? ORDER BY Fecha"), {hoy})
-            ->integer(0, 0));
-    const QByteArray sql = Motor::traducida(
-        QStringLiteral(
-            "SELECT id,NroHC,Fecha,observacionestur,"
-            "(SELECT Apellido & ', ' & Nombres FROM [Pacientes] WHERE [Pacientes].NroHC = [Agenda Turnos].NroHC),"
-            "(SELECT Tel FROM [Pacientes] WHERE [Pacientes].NroHC = [Agenda Turnos].NroHC),"
-            "(SELECT TelCelular FROM [Pacientes] WHERE [Pacientes].NroHC = [Agenda Turnos].NroHC),"
-            "(SELECT nombre FROM [Lista Coberturas] WHERE [Lista Coberturas].id = (SELECT idcobertura FROM [Pacientes]"
-            " WHERE [Pacientes].NroHC = [Agenda Turnos].NroHC)),"
-            "(SELECT Motivo FROM [Lista Motivos Consulta] WHERE [Lista Motivos Consulta].id = [Agenda Turnos].motivo),"
-            "(SELECT importe FROM [Caja] WHERE [Caja].id = [Agenda Turnos].idcaja),"
-            "(SELECT SUM(costo) FROM [Pacientes Ordenes] WHERE NroPaci = [Agenda Turnos].NroHC),"
-            "(SELECT SUM(importe) FROM [Pacientes Pagos] WHERE NroPaci = [Agenda Turnos].NroHC and quien = 'P'),"
-            "llegado,Atendido FROM [Agenda Turnos] WHERE %1 And Doctor = %2 ORDER BY id")
-            .arg(conexion.dialect().dayRange(QStringLiteral("Fecha"), hoy, hoy))
-            .arg(profesional));
-    tabla.comparar(
-        QStringLiteral("un día de la agenda"),
-        [&] { (void)agenda::cargarDia(conexion, profesional, hoy, hoy); },
-        [&] { (void)motor.ejecutar(sql); },
-        veces * 3);
-}
-
 void Consultorio::medirReserva(int veces)
 {
     db::Connection &conexion = modulo.conexion();
@@ -386,6 +357,7 @@ int main(int argc, char *argv[])
         QStringLiteral("N"),
         QStringLiteral("1000000"));
     const QCommandLineOption soloHistorial(QStringLiteral("historial"), QStringLiteral("Sólo mide el historial."));
+    const QCommandLineOption soloAgenda(QStringLiteral("agenda"), QStringLiteral("Sólo mide la agenda."));
     const QCommandLineOption veces(
         QStringLiteral("veces"), QStringLiteral("Mediciones de cada cosa."), QStringLiteral("N"), QStringLiteral("9"));
     const QCommandLineOption carpeta(
@@ -394,7 +366,7 @@ int main(int argc, char *argv[])
         QStringLiteral("carpeta"),
         QDir::temp().filePath(QStringLiteral("vastelo-medicion")));
     const QCommandLineOption soloLlenar(QStringLiteral("llenar"), QStringLiteral("Sólo hace los consultorios."));
-    opciones.addOptions({pacientes, turnos, acciones, soloHistorial, veces, carpeta, soloLlenar});
+    opciones.addOptions({pacientes, turnos, acciones, soloHistorial, soloAgenda, veces, carpeta, soloLlenar});
     opciones.process(application);
 
     try {
@@ -431,9 +403,15 @@ int main(int argc, char *argv[])
                     != 0)
                 return 1;
             Consultorio consultorio(lugar);
+            if (opciones.isSet(soloAgenda)) {
+                consultorio.medirAgenda(cuantas);
+                consultorio.tabla.imprimir(
+                    QStringLiteral("%1 pacientes, %2 turnos").arg(medida.pacientes).arg(medida.turnos));
+                continue;
+            }
             if (!opciones.isSet(soloHistorial)) {
                 consultorio.medirEleccion(cuantas);
-                consultorio.medirDia(cuantas);
+                consultorio.medirAgenda(cuantas);
                 consultorio.medirReserva(cuantas);
                 consultorio.medirAlta(cuantas);
             }

@@ -1,9 +1,9 @@
 # Installs what building needs and is missing; sourced by ./run and ./test from the project's root (POSIX sh).
 # With everything in place it only asks dpkg and compares two files.
 
-paquetes_construir="build-essential cmake ninja-build ccache qt6-base-dev libqt6svg6 qt6-svg-dev qt6-multimedia-dev libargon2-dev \
+paquetes_construir="build-essential cmake ninja-build ccache qt6-base-dev libqt6svg6 qt6-svg-dev qt6-multimedia-dev libargon2-dev unixodbc-dev \
 qt6-translations-l10n breeze-icon-theme"
-paquetes_usar="libqt6widgets6 qt6-qpa-plugins libqt6svg6 libqt6multimedia6 libargon2-1 fonts-dejavu-core fonts-liberation2"
+paquetes_usar="libqt6widgets6 qt6-qpa-plugins libqt6svg6 libqt6multimedia6 libargon2-1 unixodbc tdsodbc fonts-dejavu-core fonts-liberation2"
 
 decir() { printf '%s\n' "$*" >&2; }
 

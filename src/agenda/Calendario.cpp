@@ -25,11 +25,11 @@ const QStringList &nombresDias()
 
 QString MesCalendario::titulo() const { return base::nombreMes(mes).toUpper() + u' ' + QString::number(anio); }
 
-QStringList MesCalendario::encabezados() const
+QStringList MesCalendario::encabezados(bool cortos) const
 {
     QStringList lista;
     for (int i = 0; i < 7; ++i)
-        lista << nombresDias().at((primerDia + i) % 7);
+        lista << nombresDias().at((primerDia + i) % 7).left(cortos ? 2 : 3);
     return lista;
 }
 
@@ -68,6 +68,18 @@ int leerDiaSemana(const QString &texto)
     return 0;
 }
 
+namespace {
+
+std::set<QDate> dias(const db::Rows &filas)
+{
+    std::set<QDate> dias;
+    for (int i = 0; i < filas->rowCount(); ++i)
+        dias.insert(filas->dateTime(i, 0).date());
+    return dias;
+}
+
+} // namespace
+
 std::set<QDate> diasConTurnos(db::Connection &conexion, int doctor, QDate desde, QDate hasta)
 {
     const db::Rows filas = conexion.query(
@@ -75,10 +87,16 @@ std::set<QDate> diasConTurnos(db::Connection &conexion, int doctor, QDate desde,
             + conexion.dialect().dayRange(QStringLiteral("Fecha"), desde, hasta)
             + QStringLiteral(" And Doctor = ? And NroHC <> ? GROUP BY Fecha"),
         {doctor, nroBloqueado});
-    std::set<QDate> dias;
-    for (int i = 0; i < filas->rowCount(); ++i)
-        dias.insert(filas->dateTime(i, 0).date());
-    return dias;
+    return dias(filas);
+}
+
+std::set<QDate> diasConTurnosDeTodos(db::Connection &conexion, QDate desde, QDate hasta)
+{
+    return dias(conexion.query(
+        QStringLiteral("SELECT Fecha FROM [Agenda Turnos] WHERE ")
+            + conexion.dialect().dayRange(QStringLiteral("Fecha"), desde, hasta)
+            + QStringLiteral(" And NroHC <> ? GROUP BY Fecha"),
+        {nroBloqueado}));
 }
 
 } // namespace agenda

@@ -23,8 +23,8 @@ struct MesCalendario {
 
     /// "NOVIEMBRE 2026".
     [[nodiscard]] QString titulo() const;
-    /// "Dom" ... "Sáb" from the first column on.
-    [[nodiscard]] QStringList encabezados() const;
+    /// "Dom" ... "Sáb" from the first column on; short "Do" ... "Sá".
+    [[nodiscard]] QStringList encabezados(bool cortos = false) const;
 };
 
 [[nodiscard]] MesCalendario mesCalendario(int anio, int mes, int primerDia);
@@ -36,5 +36,8 @@ struct MesCalendario {
 
 /// Days with appointments of the professional; blocked slots are none.
 [[nodiscard]] std::set<QDate> diasConTurnos(db::Connection &conexion, int doctor, QDate desde, QDate hasta);
+
+/// The same for all professionals together.
+[[nodiscard]] std::set<QDate> diasConTurnosDeTodos(db::Connection &conexion, QDate desde, QDate hasta);
 
 } // namespace agenda

@@ -1,5 +1,6 @@
 #include "agenda/CambiosTurno.h"
 
+#include "agenda/DiasNoLaborables.h"
 #include "agenda/Reserva.h"
 #include "agenda/Sobreturnos.h"
 #include "agenda/Textos.h"
@@ -24,13 +25,17 @@ db::Recordset leer(db::Connection &conexion, qint64 id)
     return {conexion, QStringLiteral("SELECT * FROM [Agenda Turnos] WHERE id = ?"), {id}};
 }
 
-/// Who has the mark `aplicaraturnos` changes and deletes appointments of today and later only.
-base::Control controlarDia(db::Entorno &entorno, const db::Recordset &turno)
+/// Who has the mark `aplicaraturnos` works on the days from today on only.
+base::Control controlarDia(db::Entorno &entorno, QDate fecha)
 {
-    const bool pasado = turno.date(u"Fecha") < entorno.clock().today();
-    if (pasado && db::opcionUsuario(entorno, u"aplicaraturnos").toBool())
+    if (fecha < entorno.clock().today() && db::opcionUsuario(entorno, u"aplicaraturnos").toBool())
         return db::sinPermiso();
     return std::nullopt;
+}
+
+base::Control controlarDia(db::Entorno &entorno, const db::Recordset &turno)
+{
+    return controlarDia(entorno, turno.date(u"Fecha"));
 }
 
 /// Right, transaction, re-reading and writing that all changes of one row share. `cambio` sets columns of the row, or
@@ -44,7 +49,7 @@ base::Control cambiar(db::Entorno &entorno, qint64 id, const std::function<base:
     if (turno.isEmpty())
         return registroEliminado();
     if (turno.integer(u"NroHC") == nroBloqueado)
-        return atencion(QStringLiteral("El horario está bloqueado: no tiene un turno asignado."));
+        return horarioBloqueado();
     if (auto rechazo = controlarDia(entorno, turno))
         return rechazo;
     if (auto rechazo = cambio(turno))
@@ -90,6 +95,9 @@ base::Control marcarLlegado(db::Entorno &entorno, qint64 id, bool llego)
     return cambiar(entorno, id, [&](db::Recordset &turno) -> base::Control {
         if (!llego && turno.flag(u"Atendido"))
             return atendidoNoPuedeFaltar();
+        // Marked once more, the hour at which he really came stays.
+        if (!llego || !turno.flag(u"llegado"))
+            turno.set(u"fechahorallegada", llego ? QVariant(entorno.clock().now()) : QVariant());
         turno.set(u"llegado", llego);
         // Another station may have taken a new payment while the question was open: only the one asked about goes.
         if (idcaja != 0 && turno.integer(u"idcaja") == idcaja) {
@@ -133,9 +141,46 @@ base::Control mover(db::Entorno &entorno, qint64 id, const QDateTime &momento)
 {
     return cambiar(entorno, id, [&](db::Recordset &turno) -> base::Control {
         const int doctor = int(turno.integer(u"Doctor"));
+        if (turno.dateTime(u"Fecha") == momento)
+            return std::nullopt;
+        if (auto rechazo = controlarDia(entorno, momento.date()))
+            return rechazo;
+        if (auto rechazo = controlarDiaLaborable(entorno.conexion(), doctor, momento.date()))
+            return rechazo;
         if (controlarSobreturno(entorno.conexion(), doctor, momento, id) != Permiso::Permitido)
             return rechazoSobreturnos({momento}, false);
         turno.set(u"Fecha", momento);
+        return std::nullopt;
+    });
+}
+
+base::Control modificar(db::Entorno &entorno, qint64 id, const CambioTurno &cambio)
+{
+    return cambiar(entorno, id, [&](db::Recordset &turno) -> base::Control {
+        if (cambio.fecha) {
+            const int doctor = int(turno.integer(u"Doctor"));
+            if (auto rechazo = controlarDiaLaborable(entorno.conexion(), doctor, cambio.fecha->date())) {
+                rechazo->campo = QStringLiteral("fechadia");
+                return rechazo;
+            }
+            if (controlarSobreturno(entorno.conexion(), doctor, *cambio.fecha, id) != Permiso::Permitido) {
+                base::Rechazo rechazo = rechazoSobreturnos({*cambio.fecha}, false);
+                rechazo.campo = QStringLiteral("listahoras");
+                return rechazo;
+            }
+            turno.set(u"Fecha", *cambio.fecha);
+        }
+        if (cambio.motivo) {
+            if (*cambio.motivo == 0 && db::Config(entorno.conexion()).bandera(u"forzarmotivo")) {
+                return base::Rechazo{
+                    base::titulo::aviso,
+                    QStringLiteral("Debe indicar el motivo de la consulta."),
+                    QStringLiteral("motivo")};
+            }
+            turno.set(u"motivo", *cambio.motivo);
+        }
+        if (cambio.observacionestur)
+            turno.set(u"observacionestur", cambio.observacionestur->trimmed());
         return std::nullopt;
     });
 }

@@ -1,6 +1,7 @@
 #include "agenda/DiaAgenda.h"
 
 #include "agenda/DiasNoLaborables.h"
+#include "agenda/LecturaDia.h"
 #include "agenda/Textos.h"
 #include "db/Config.h"
 
@@ -24,7 +25,8 @@ enum Columna {
     ColImporte,
     ColSaldo,
     ColLlegado,
-    ColAtendido
+    ColAtendido,
+    ColDoctor
 };
 
 /// A column of the appointment's patient.
@@ -47,7 +49,8 @@ QString saldo(const db::Dialect &d, const QString &desdeFecha)
         d.ifNull(costo, QStringLiteral("0")) + QStringLiteral(" - ") + d.ifNull(pagado, QStringLiteral("0")));
 }
 
-QString consultaDia(const db::Dialect &d, QDate fecha, bool soloAnioActual, QDate hoy)
+/// The appointments of a day that meet `condicion` (" And ...", or empty for everybody's).
+QString consultaDia(const db::Dialect &d, QDate fecha, bool soloAnioActual, QDate hoy, const QString &condicion)
 {
     const QString desde
         = soloAnioActual ? QStringLiteral(" and fecha >= ") + d.dayStart(QDate(hoy.year(), 1, 1)) : QString();
@@ -69,9 +72,10 @@ QString consultaDia(const db::Dialect &d, QDate fecha, bool soloAnioActual, QDat
         saldo(d, desde) + QStringLiteral(" AS saldo"),
         QStringLiteral("llegado"),
         QStringLiteral("Atendido"),
+        QStringLiteral("Doctor"),
     };
     return QStringLiteral("SELECT ") + columnas.join(u',') + QStringLiteral(" FROM [Agenda Turnos] WHERE ")
-        + d.dayRange(QStringLiteral("Fecha"), fecha, fecha) + QStringLiteral(" And Doctor = ? ORDER BY id");
+        + d.dayRange(QStringLiteral("Fecha"), fecha, fecha) + condicion + QStringLiteral(" ORDER BY id");
 }
 
 QString textoTelefonos(const QString &tel, const QString &celular)
@@ -196,19 +200,39 @@ DiaAgenda cargarDia(db::Connection &conexion, int doctor, QDate fecha, QDate hoy
         dia.ajustes = plantilla->sobreturnos;
 
     const bool soloAnioActual = db::Config(conexion).bandera(u"versaldoanioactual");
-    const db::Rows filas = conexion.query(consultaDia(conexion.dialect(), fecha, soloAnioActual, hoy), {doctor});
+    const db::Rows filas = conexion.query(
+        consultaDia(conexion.dialect(), fecha, soloAnioActual, hoy, QStringLiteral(" And Doctor = ?")), {doctor});
+    std::vector<FilaDia> leidas;
+    leidas.reserve(size_t(filas->rowCount()));
+    for (int i = 0; i < filas->rowCount(); ++i)
+        leidas.push_back(leerFila(*filas, i));
+    acomodar(dia, std::move(leidas));
+    dia.noLaborable = esNoLaborable(conexion, doctor, fecha);
+    return dia;
+}
 
+std::map<int, std::vector<FilaDia>> leerTurnosDeTodos(db::Connection &conexion, QDate fecha, QDate hoy)
+{
+    const bool soloAnioActual = db::Config(conexion).bandera(u"versaldoanioactual");
+    const db::Rows filas = conexion.query(consultaDia(conexion.dialect(), fecha, soloAnioActual, hoy, QString()));
+    std::map<int, std::vector<FilaDia>> porDoctor;
+    for (int i = 0; i < filas->rowCount(); ++i)
+        porDoctor[int(filas->integer(i, ColDoctor))].push_back(leerFila(*filas, i));
+    return porDoctor;
+}
+
+void acomodar(DiaAgenda &dia, std::vector<FilaDia> leidas)
+{
     // Appointments outside the slots are rows of their own between them; overlapping halves of the day name a start
     // time twice, which is shown once.
     std::map<QTime, std::vector<FilaDia>> porHora;
     for (const QTime &hora : dia.grilla.horas())
         porHora[hora];
-    for (int i = 0; i < filas->rowCount(); ++i) {
-        FilaDia fila = leerFila(*filas, i);
+    for (FilaDia &fila : leidas) {
         dia.turnos += fila.clase == FilaDia::Clase::Turno;
         porHora[fila.hora].push_back(std::move(fila));
     }
-    dia.filas.reserve(size_t(filas->rowCount() + dia.grilla.cantidad()));
+    dia.filas.reserve(leidas.size() + size_t(dia.grilla.cantidad()));
     for (auto &[hora, suyas] : porHora) {
         const bool deGrilla = dia.grilla.contiene(hora);
         const auto cuenta = std::count_if(
@@ -221,8 +245,6 @@ DiaAgenda cargarDia(db::Connection &conexion, int doctor, QDate fecha, QDate hoy
             dia.filas.push_back(std::move(fila));
         }
     }
-    dia.noLaborable = esNoLaborable(conexion, doctor, fecha);
-    return dia;
 }
 
 void quitarFilaTemporal(db::Connection &conexion)

@@ -68,6 +68,18 @@ bool esNoLaborable(db::Connection &conexion, int iddoctor, QDate fecha)
     return filas->rowCount() > 0;
 }
 
+std::set<int> quienesNoAtienden(db::Connection &conexion, QDate fecha)
+{
+    const db::Rows filas = conexion.query(
+        QStringLiteral("SELECT iddoctor FROM [Agenda Turnos No Se Atiende]"
+                       " WHERE (dia = ? Or dia = 0) and (mes = ? Or mes = 0) and (anio = ? Or anio = 0)"),
+        {fecha.day(), fecha.month(), fecha.year()});
+    std::set<int> doctores;
+    for (int i = 0; i < filas->rowCount(); ++i)
+        doctores.insert(int(filas->integer(i, 0)));
+    return doctores;
+}
+
 QVector<DiaNoLaborable> listarDiasNoLaborables(db::Connection &conexion, int iddoctor)
 {
     db::Recordset filas(

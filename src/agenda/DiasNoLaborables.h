@@ -34,6 +34,8 @@ struct DiaNoLaborable {
 
 /// Whether any day off of the professional holds the date.
 [[nodiscard]] bool esNoLaborable(db::Connection &conexion, int iddoctor, QDate fecha);
+/// The professionals who do not attend on a date; one statement.
+[[nodiscard]] std::set<int> quienesNoAtienden(db::Connection &conexion, QDate fecha);
 /// Latest first.
 [[nodiscard]] QVector<DiaNoLaborable> listarDiasNoLaborables(db::Connection &conexion, int iddoctor);
 /// Which days of a range they hold.

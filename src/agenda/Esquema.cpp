@@ -15,7 +15,9 @@ db::Table turnos()
         contador() + largos("NroHC") + fechas("Fecha") + largos("Doctor") + con(0, largos("motivo"))
             + banderas("llegado Atendido pagado") + con(0, largos("idcaja")) + memos("observacionestur")
             + con(0, largos("idorden idsesion") + enteros("numesesion")) + fechas("fechahoraasignado")
-            + textos(100, "usuarioasigtur"),
+            + textos(100, "usuarioasigtur")
+            // When the patient came: nothing where an older program marked it, and where he is absent.
+            + fechas("fechahorallegada"),
         {indice("Doctor Fecha"), indice("Fecha"), indice("NroHC")});
 }
 
@@ -43,8 +45,17 @@ db::Table noSeAtiende()
         {indice("iddoctor")});
 }
 
+/// The practice's own telephone list.
+db::Table telefonos()
+{
+    return tabla(
+        "Telefonos",
+        contador() + textos(100, "nombre") + textos(50, "telefono celular") + textos(150, "email direccion")
+            + memos("observaciones"));
+}
+
 } // namespace
 
-db::Schema esquema() { return {{turnos(), horarios(), noSeAtiende()}}; }
+db::Schema esquema() { return {{turnos(), horarios(), noSeAtiende(), telefonos()}}; }
 
 } // namespace agenda

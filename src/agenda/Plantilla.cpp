@@ -101,6 +101,31 @@ std::optional<Plantilla> elegirPlantilla(db::Connection &conexion, int iddoctor,
     return deFila(filas);
 }
 
+std::map<int, Plantilla> elegirPlantillas(db::Connection &conexion, QDate fecha)
+{
+    const QString dia = conexion.dialect().date(fecha);
+    db::Recordset filas(
+        conexion,
+        QStringLiteral("SELECT * FROM [Agenda Turnos Horarios] WHERE fechadesde <= ") + dia
+            + QStringLiteral(" and fechahasta >= ") + dia + QStringLiteral(" ORDER BY id DESC"));
+    std::map<int, Plantilla> suyas;
+    for (; !filas.eof(); filas.moveNext())
+        suyas.try_emplace(int(filas.integer(u"iddoctor")), deFila(filas)); // the newest comes first
+    return suyas;
+}
+
+QVector<Plantilla> plantillasVigentes(db::Connection &conexion, const QString &cuales, QDate desde)
+{
+    db::Recordset filas(
+        conexion,
+        QStringLiteral("SELECT * FROM [Agenda Turnos Horarios] WHERE ") + cuales + QStringLiteral(" and fechahasta >= ")
+            + conexion.dialect().date(desde) + QStringLiteral(" ORDER BY id DESC"));
+    QVector<Plantilla> plantillas;
+    for (; !filas.eof(); filas.moveNext())
+        plantillas.append(deFila(filas));
+    return plantillas;
+}
+
 Plantilla plantillaNueva(db::Connection &conexion, int iddoctor)
 {
     Plantilla p;

@@ -8,6 +8,7 @@
 #include <QVector>
 
 #include <array>
+#include <map>
 #include <optional>
 
 namespace db {
@@ -65,6 +66,10 @@ struct PlantillaListada {
 
 /// The newest template (highest `id`) whose range holds the date.
 [[nodiscard]] std::optional<Plantilla> elegirPlantilla(db::Connection &conexion, int iddoctor, QDate fecha);
+/// The same choice for every professional, by his `id`; those without a template are missing. One statement.
+[[nodiscard]] std::map<int, Plantilla> elegirPlantillas(db::Connection &conexion, QDate fecha);
+/// Those that still apply on that date or later, newest first; `cuales` is a condition on `iddoctor`.
+[[nodiscard]] QVector<Plantilla> plantillasVigentes(db::Connection &conexion, const QString &cuales, QDate desde);
 /// What the editor begins a new one with: no hours, and from Monday to Saturday the slot lengths that the practice set.
 [[nodiscard]] Plantilla plantillaNueva(db::Connection &conexion, int iddoctor);
 [[nodiscard]] std::optional<Plantilla> leerPlantilla(db::Connection &conexion, int id);

@@ -17,24 +17,28 @@ base::Rechazo aviso(const QString &texto, const QString &campo) { return {base::
 
 base::Control controlar(db::Entorno &entorno, const Reserva &reserva)
 {
-    if (auto sinDerecho = db::controlarDerecho(entorno, u"accesoasignarturno"))
+    if (auto sinDerecho = db::controlarDerecho(entorno, derechoReserva))
         return sinDerecho;
     if (reserva.nrohc == 0) {
         return aviso(
-            QStringLiteral("Debe seleccionar el paciente al que le asignará un turno."),
-            QStringLiteral("elegirpaciente"));
+            QStringLiteral("Debe seleccionar el paciente al que le asignará un turno."), QStringLiteral("paciente"));
     }
+    return controlarTurnos(entorno, reserva);
+}
+
+} // namespace
+
+base::Control controlarTurnos(db::Entorno &entorno, const Reserva &reserva)
+{
     if (reserva.turnos.isEmpty()) {
         return aviso(
             QStringLiteral("Debe indicar el día y la hora del turno que le asignará al paciente."),
-            QStringLiteral("listaturnos"));
+            QStringLiteral("agregarturno"));
     }
     if (reserva.motivo == 0 && db::Config(entorno.conexion()).bandera(u"forzarmotivo"))
         return aviso(QStringLiteral("Debe indicar el motivo de la consulta."), QStringLiteral("motivo"));
     return std::nullopt;
 }
-
-} // namespace
 
 base::Control ReservaHecha::informe() const
 {
@@ -78,6 +82,7 @@ base::Resultado<ReservaHecha> reservar(db::Entorno &entorno, const Reserva &rese
         turno.set(u"fechahoraasignado", ahora);
         turno.set(u"usuarioasigtur", usuario);
         hecha.ids.append(turno.update());
+        hecha.asignados.append(momento);
     }
     transaccion.commit();
     return hecha;

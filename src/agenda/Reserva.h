@@ -24,9 +24,13 @@ struct Reserva {
     QString observacionestur;
 };
 
+/// The right without which no appointment is given.
+inline constexpr QStringView derechoReserva = u"accesoasignarturno";
+
 /// What became of a booking: the rows written, and the times that the overbooking limits refused.
 struct ReservaHecha {
     QVector<qint64> ids;
+    QVector<QDateTime> asignados; ///< the times of `ids`
     QVector<QDateTime> noAsignados;
 
     /// The report of the times not booked; empty when there are none.
@@ -35,8 +39,11 @@ struct ReservaHecha {
 
 /// Books what the overbooking limits allow, all of it in one transaction, so that two stations at once cannot both pass
 /// them. Refused, writing nothing: no rights, no patient, no time, no reason where one is required, patient deleted
-/// meanwhile. Fields: `elegirpaciente`, `listaturnos`, `motivo`.
+/// meanwhile. Fields: `paciente`, `agregarturno`, `motivo`.
 [[nodiscard]] base::Resultado<ReservaHecha> reservar(db::Entorno &entorno, const Reserva &reserva);
+
+/// Whether the booking has times, and a reason where one is required; the part of reservar() that needs no patient.
+[[nodiscard]] base::Control controlarTurnos(db::Entorno &entorno, const Reserva &reserva);
 
 /// Reads a time as typed ("dd/mm/yyyy hh:nn") for the list of a booking; field `nuevoturno`.
 [[nodiscard]] base::Resultado<QDateTime> leerTurno(const QString &texto);

@@ -12,12 +12,12 @@ inline constexpr QStringView derechoHorarios = u"accesoagendas";
 
 inline const QString textoPacienteEliminado = QStringLiteral("PACIENTE ELIMINADO DEL SISTEMA");
 
-/// Another station deleted the row that was to be changed.
-[[nodiscard]] inline base::Rechazo registroEliminado()
+using base::registroEliminado;
+
+/// What was to be changed is a slot without an appointment.
+[[nodiscard]] inline base::Rechazo horarioBloqueado()
 {
-    return {
-        base::titulo::atencion,
-        QStringLiteral("Este Registro ya No existe, debe haber sido eliminado por otro usuario.")};
+    return {base::titulo::atencion, QStringLiteral("El horario está bloqueado: no tiene un turno asignado.")};
 }
 
 /// Another station deleted the patient.

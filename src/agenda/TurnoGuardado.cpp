@@ -16,11 +16,12 @@ std::optional<TurnoGuardado> leerTurnoGuardado(db::Connection &conexion, qint64 
         return std::nullopt;
     TurnoGuardado turno;
     turno.id = fila.integer(u"id");
+    turno.nrohc = int(fila.integer(u"NroHC"));
     turno.doctor = int(fila.integer(u"Doctor"));
     turno.fecha = fila.dateTime(u"Fecha");
     turno.motivo = int(fila.integer(u"motivo"));
     turno.observacionestur = fila.text(u"observacionestur");
-    turno.paciente = nombrePaciente(conexion, int(fila.integer(u"NroHC"))).value_or(textoPacienteEliminado);
+    turno.paciente = nombrePaciente(conexion, turno.nrohc).value_or(textoPacienteEliminado);
     return turno;
 }
 

@@ -14,6 +14,7 @@ namespace agenda {
 /// What the windows that change one appointment show of it.
 struct TurnoGuardado {
     qint64 id = 0;
+    int nrohc = 0;
     int doctor = 0;
     QDateTime fecha;
     int motivo = 0;

@@ -9,6 +9,7 @@
 #include "db/ProfesionalInicial.h"
 #include "db/Upgrade.h"
 #include "db/Verificacion.h"
+#include "db/odbc/OdbcEngine.h"
 
 #include <QFileInfo>
 #include <QSysInfo>
@@ -141,6 +142,7 @@ Hallazgo Modulo::examinarRuta(const Ruta &ruta) const
     }
 }
 
+<<<<<<< HEAD
 TrabajoTraslado Modulo::traslado(const PedidoTraslado &pedido) const
 {
     const Destino nuevo = destinoDe(pedido.ruta, m_carpetaPrograma);
@@ -167,6 +169,9 @@ TrabajoTraslado Modulo::traslado(const PedidoTraslado &pedido) const
         .motores = m_engines};
     return [suyo](db::migracion::Seguimiento &seguimiento) { return db::migracion::alServidor(suyo, seguimiento); };
 }
+=======
+bool Modulo::admiteServidor() const { return m_engines.has(QStringLiteral("SQLOLEDB")) && db::OdbcEngine::available(); }
+>>>>>>> 1b89630e609f7441992d624528aedce00025a0b7
 
 void Modulo::prepararBase()
 {

@@ -49,9 +49,12 @@ TrabajoTraslado CambioDeRuta::traslado(const PedidoTraslado &) const
 
 Hallazgo examinarBase(db::Connection &conexion)
 {
+    const bool servidor = conexion.dialect().kind() == db::Dialect::Kind::SqlServer;
+    const QString deOtro = servidor ? QStringLiteral("La base de datos del servidor no es de este programa.")
+                                    : QStringLiteral("El archivo no es una base de datos de este programa.");
     try {
         if (conexion.query(QStringLiteral("SELECT id FROM [CIE10] WHERE id = 2"))->rowCount() != 1)
-            return {false, QStringLiteral("El archivo no es una base de datos de este programa.")};
+            return {false, deOtro};
         const QLocale regional;
         QString texto = QStringLiteral("Hay una base de datos válida, con %1 pacientes")
                             .arg(regional.toString(
@@ -66,9 +69,7 @@ Hallazgo examinarBase(db::Connection &conexion)
     } catch (const db::Error &error) {
         const bool ajena
             = error.kind() == db::Error::Kind::NoSuchTable || error.kind() == db::Error::Kind::NoSuchColumn;
-        return {
-            false,
-            ajena ? QStringLiteral("El archivo no es una base de datos de este programa.") : error.description()};
+        return {false, ajena ? deOtro : error.description()};
     }
 }
 

@@ -30,7 +30,7 @@ public:
     [[nodiscard]] virtual bool cambiarRuta(const Ruta &ruta) = 0;
     /// Looks at the database that this would lead to, without going over to it.
     [[nodiscard]] virtual Hallazgo examinarRuta(const Ruta &ruta) const = 0;
-    /// Whether this version can work on a SQL Server.
+    /// Whether this computer has what it takes to work on a SQL Server.
     [[nodiscard]] virtual bool admiteServidor() const = 0;
     /// The work that a request means to this program. The one of a program without servers refuses it.
     [[nodiscard]] virtual TrabajoTraslado traslado(const PedidoTraslado &pedido) const;

@@ -54,6 +54,12 @@ inline const QString error = QStringLiteral("ERROR...");
 inline const QString confirmacion = QStringLiteral("Confirmación...");
 } // namespace titulo
 
+/// Said where another station deleted the row that was to be changed.
+inline const QString textoRegistroEliminado
+    = QStringLiteral("Este Registro ya No existe, debe haber sido eliminado por otro usuario.");
+
+[[nodiscard]] inline Rechazo registroEliminado() { return {titulo::atencion, textoRegistroEliminado}; }
+
 /// Tells that a window is not part of this version.
 inline void avisarNoDisponible(Mensajes &mensajes)
 {

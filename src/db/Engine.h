@@ -88,7 +88,7 @@ class Engines
 public:
     using Factory = std::function<std::unique_ptr<Engine>(const class ConnectionString &)>;
 
-    /// The embedded engine under "Microsoft.Jet.OLEDB.4.0".
+    /// The embedded engine under "Microsoft.Jet.OLEDB.4.0", the server's under "SQLOLEDB".
     static Engines standard();
 
     void add(const QString &provider, Factory factory);
@@ -100,7 +100,8 @@ private:
     std::vector<std::pair<QString, Factory>> m_factories;
 };
 
-/// "Key=value; Key=value" as the connection is described; keys without regard to case.
+/// "Key=value; Key=value" as the connection is described; keys without regard to case. "Password" or "PWD" comes last
+/// and runs to the end, so that it may hold any character.
 class ConnectionString
 {
 public:

@@ -1,6 +1,7 @@
 #include "db/Engine.h"
 #include "db/Error.h"
 #include "db/engine/EmbeddedEngine.h"
+#include "db/odbc/OdbcEngine.h"
 
 #include <algorithm>
 
@@ -16,10 +17,21 @@ int Engine::executeBatch(const QString &sql, const std::vector<Params> &rows)
 
 ConnectionString::ConnectionString(const QString &text)
 {
-    for (const QString &part : text.split(u';')) {
-        const qsizetype equals = part.indexOf(u'=');
-        if (equals > 0)
-            m_parts.emplace_back(part.left(equals).trimmed(), part.mid(equals + 1).trimmed());
+    for (qsizetype from = 0; from < text.size();) {
+        qsizetype end = text.indexOf(u';', from);
+        if (end < 0)
+            end = text.size();
+        const qsizetype equals = text.indexOf(u'=', from);
+        if (equals > from && equals < end) {
+            const QString key = text.mid(from, equals - from).trimmed();
+            // The last part of a server's string, and the only one that may hold any character.
+            if (key.compare(u"Password", Qt::CaseInsensitive) == 0 || key.compare(u"PWD", Qt::CaseInsensitive) == 0) {
+                m_parts.emplace_back(key, text.mid(equals + 1));
+                return;
+            }
+            m_parts.emplace_back(key, text.mid(equals + 1, end - equals - 1).trimmed());
+        }
+        from = end + 1;
     }
 }
 
@@ -37,6 +49,7 @@ Engines Engines::standard()
     engines.add(QStringLiteral("Microsoft.Jet.OLEDB.4.0"), [](const ConnectionString &text) {
         return std::make_unique<EmbeddedEngine>(text.value(u"Data Source"), text.value(u"Jet OLEDB:Database Password"));
     });
+    engines.add(QStringLiteral("SQLOLEDB"), &OdbcEngine::open);
     return engines;
 }
 

@@ -1,5 +1,6 @@
 #include "db/Recordset.h"
 
+#include "base/Rechazo.h"
 #include "db/Error.h"
 
 #include <limits>
@@ -168,10 +169,7 @@ qint64 Recordset::update()
     const int changed = m_connection.execute(
         QStringLiteral("UPDATE %1 SET %2%3").arg(table, sets.join(QStringLiteral(", ")), where), params);
     if (changed == 0)
-        throw Error(
-            Error::Kind::RowGone,
-            0,
-            QStringLiteral("Este Registro ya No existe, debe haber sido eliminado por otro usuario."));
+        throw Error(Error::Kind::RowGone, 0, base::textoRegistroEliminado);
     m_pending.clear();
     return id;
 }

@@ -102,6 +102,16 @@ Estado estado(Azar &azar, const Reserva &reserva, QDate hoy)
     return {.llegado = suerte < 91, .atendido = suerte < 88};
 }
 
+/// Somewhat before the hour, or just now.
+QDateTime llegada(const Reserva &reserva, QDate hoy)
+{
+    int minuto = reserva.minuto - 2 - reserva.nrohc % 28;
+    if (reserva.dia == hoy)
+        minuto = std::min(minuto, minutoDeHoy - 1 - reserva.nrohc % 9);
+    minuto = std::max(0, minuto);
+    return {reserva.dia, QTime(minuto / 60, minuto % 60)};
+}
+
 class Libro
 {
 public:
@@ -110,7 +120,7 @@ public:
         , m_turno(practica.lote.insertar(
               QStringLiteral("Agenda Turnos"),
               QStringLiteral("NroHC Fecha Doctor motivo llegado Atendido pagado idcaja observacionestur "
-                             "fechahoraasignado usuarioasigtur")))
+                             "fechahoraasignado usuarioasigtur fechahorallegada")))
         , m_caja(practica.lote.insertar(
               QStringLiteral("Caja"), QStringLiteral("fecha doctor detalle importe modopago detallepago")))
     {
@@ -150,6 +160,7 @@ public:
         const int hora = azar.entre(8, 19), minuto = azar.entre(0, 59);
         v << (bloqueo ? QVariant() : QVariant(QDateTime(pedido, QTime(hora, minuto))))
           << (bloqueo ? QVariant() : QVariant(azar.porCiento(80) ? p.secretaria : profesional.nombre));
+        v << (suyo.llegado ? QVariant(llegada(r, p.medida.hoy)) : QVariant());
         p.lote.escribir(m_turno, v);
         if (suyo.atendido)
             p.atenciones.push_back({r.nrohc, r.profesional, momento});

@@ -59,6 +59,7 @@ void llenar(db::Connection &conexion, const Medida &medida, const Avance &avance
     tramo(avance, 0, 100)(94, QStringLiteral("Vacunas y controles"));
     crearControlesDeNinos(practica);
     guardarUltimasConsultas(practica);
+    crearTelefonos(practica);
     crearHistorial(practica);
     practica.lote.cerrar();
     conexion.prepareSearch(*patients::esquema().table(u"Pacientes"));

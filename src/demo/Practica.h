@@ -93,6 +93,7 @@ void crearCuentas(Practica &practica, const Avance &avance);
 void crearConsultas(Practica &practica, const Avance &avance);
 void crearEmbarazos(Practica &practica);
 void crearControlesDeNinos(Practica &practica);
+void crearTelefonos(Practica &practica);
 void crearHistorial(Practica &practica);
 
 } // namespace demo

@@ -178,12 +178,7 @@ Entrada entradaDe(const Lista &lista, const db::ResultSet &rows, int row)
 
 } // namespace
 
-base::Rechazo entradaEliminada()
-{
-    return {
-        base::titulo::atencion,
-        QStringLiteral("Este Registro ya No existe, debe haber sido eliminado por otro usuario.")};
-}
+base::Rechazo entradaEliminada() { return base::registroEliminado(); }
 
 Entrada entradaNueva(const Lista &lista)
 {

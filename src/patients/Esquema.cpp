@@ -36,12 +36,13 @@ db::Table pacientes()
          indice("DNI"),
          indice("numehistoria"),
          listado("Apellido apellido2 Nombres NroHC DNI NroOS numehistoria pacienteinactivo")});
-    // What the chooser filters by.
+    // What the chooser filters by, and the telephone list.
     pacientes.search = db::SearchList{
         QStringLiteral("NroHC"),
         {QStringLiteral("Apellido"), QStringLiteral("apellido2"), QStringLiteral("Nombres")},
-        QStringLiteral(
-            "numehistoria DNI Tel NroOS FeNac sexo pacienteinactivo cobertura idcobertura idciudad idprovincia")
+        QStringLiteral("numehistoria DNI Tel TelCelular TelLaboral NroOS FeNac sexo pacienteinactivo cobertura "
+                       "idcobertura idciudad"
+                       " idprovincia")
             .split(u' ')};
     return pacientes;
 }

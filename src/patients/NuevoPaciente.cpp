@@ -82,10 +82,15 @@ QString numeroHistoriaLibre(db::Connection &conexion)
 
 base::Control controlarAlta(db::Entorno &entorno) { return db::controlarDerecho(entorno, u"accesocrearpaciente"); }
 
-Alta guardarReducido(db::Entorno &entorno, const DatosReducidos &datos)
+base::Control controlarReducido(db::Connection &conexion, const DatosReducidos &datos)
+{
+    return controlarObligatorios(datos, altaEstricta(conexion));
+}
+
+Alta guardarReducido(db::Entorno &entorno, const DatosReducidos &datos, const ConElPaciente &ademas)
 {
     db::Connection &conexion = entorno.conexion();
-    if (auto control = controlarObligatorios(datos, altaEstricta(conexion)))
+    if (auto control = controlarReducido(conexion, datos))
         return *control;
     if (!aceptaMismoNombre(entorno, datos.apellido, datos.nombres))
         return std::optional<PacienteCreado>();
@@ -97,6 +102,9 @@ Alta guardarReducido(db::Entorno &entorno, const DatosReducidos &datos)
     if (auto control = controlarDocumento(conexion, datos.dni))
         return *control;
     const PacienteCreado creado = insertarPaciente(conexion, columnas(datos));
+    if (ademas)
+        if (auto control = ademas(creado))
+            return *control;
     transaccion.commit();
     return std::optional(creado);
 }

@@ -5,6 +5,7 @@
 #include <QDate>
 #include <QVariantMap>
 
+#include <functional>
 #include <optional>
 
 namespace db {
@@ -42,9 +43,15 @@ using Alta = base::Resultado<std::optional<PacienteCreado>>;
 /// Whether the active user may create patients.
 [[nodiscard]] base::Control controlarAlta(db::Entorno &entorno);
 
+/// What goes into the database together with a new patient, within the same transaction: what it refuses undoes the
+/// patient too.
+using ConElPaciente = std::function<base::Control(const PacienteCreado &)>;
+
 /// Checks and stores a new patient of the reduced form. The names in a refusal's `campo` are the controls of
 /// `nuevopaci`. A refusal, a No or a db::Error leave the database as it was, both counters included.
-[[nodiscard]] Alta guardarReducido(db::Entorno &entorno, const DatosReducidos &datos);
+[[nodiscard]] Alta guardarReducido(db::Entorno &entorno, const DatosReducidos &datos, const ConElPaciente &ademas = {});
+/// What guardarReducido() asks of the fields themselves, before it looks at the other patients.
+[[nodiscard]] base::Control controlarReducido(db::Connection &conexion, const DatosReducidos &datos);
 
 /// Surname and names as lists show them.
 [[nodiscard]] QString nombreCompleto(const QString &apellido, const QString &nombres);

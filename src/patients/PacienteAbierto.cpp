@@ -1,5 +1,6 @@
 #include "patients/PacienteAbierto.h"
 
+#include "base/Rechazo.h"
 #include "db/Error.h"
 
 namespace patients {
@@ -19,10 +20,7 @@ db::Recordset PacienteAbierto::fila(db::Connection &conexion) const
     db::Recordset suya(
         conexion, QStringLiteral("SELECT * FROM [Pacientes] WHERE id = ? and NroHC = ?"), {m_id, m_nrohc});
     if (suya.isEmpty())
-        throw db::Error(
-            db::Error::Kind::RowGone,
-            0,
-            QStringLiteral("Este Registro ya No existe, debe haber sido eliminado por otro usuario."));
+        throw db::Error(db::Error::Kind::RowGone, 0, base::textoRegistroEliminado);
     return suya;
 }
 

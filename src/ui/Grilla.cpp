@@ -316,6 +316,9 @@ void Grilla::keyPressEvent(QKeyEvent *event)
 void Grilla::contextMenuEvent(QContextMenuEvent *event)
 {
     QMenu menu;
+    // What the window lets be done with a row comes first.
+    menu.addActions(actions());
+    menu.addSeparator();
     QAction *soloElegidas = menu.addAction(tr("Copiar"));
     soloElegidas->setEnabled(selectionModel()->hasSelection());
     QAction *todo = menu.addAction(tr("Copiar toda la lista"));

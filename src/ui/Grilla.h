@@ -10,7 +10,7 @@ namespace ui {
 
 /// The grid of every list: keeps the selected key across a reload, copies its selection (Ctrl+C) as tab-separated text,
 /// exports all rows, remembers column widths under its window's and its own object name. A click on a title sorts, a
-/// third one gives back the order read. Every row is one line high.
+/// third one gives back the order read. Every row is one line high. Actions added to it head its context menu.
 class Grilla : public QTableView
 {
     Q_OBJECT

@@ -18,7 +18,7 @@ const auto modosDeTrabajar = u"cie10 verotrasconsultas verfichareducida verestad
 
 base::Rechazo registroEliminado()
 {
-    return {base::titulo::aviso, u"Este Registro ya No existe, debe haber sido eliminado por otro usuario."_qs};
+    return {base::titulo::aviso, base::textoRegistroEliminado};
 }
 
 base::Rechazo usuarioEliminado()

@@ -1,5 +1,7 @@
 #include "Consultorio.h"
+#include "agenda/AtenderTurno.h"
 #include "agenda/CambiosTurno.h"
+#include "agenda/DiasNoLaborables.h"
 #include "agenda/TurnoGuardado.h"
 #include "support/Prueba.h"
 
@@ -76,6 +78,7 @@ private slots:
         base.conexion().execute("UPDATE [Lista Doctores] SET aplicaraturnos = -1");
         QVERIFY(!marcarLlegado(base, deHoy, true));
         QCOMPARE(texto(marcarLlegado(base, deAyer, false)), sinPermiso);
+        QCOMPARE(texto(mover(base, deHoy, hoy.addDays(-1).addSecs(1200))), sinPermiso);
         base.guion.esperarPregunta(base::titulo::confirmacion, preguntaEliminar, true);
         const auto eliminados = liberar(base, {deHoy, deAyer});
         QVERIFY(!eliminados);
@@ -160,6 +163,29 @@ private slots:
         QCOMPARE(base.cuenta("llegado <> 0"), 1);
     }
 
+    void atiende_al_paciente_del_turno_data() { soporte::filasDeDialecto(); }
+    void atiende_al_paciente_del_turno()
+    {
+        Consultorio base(soporte::dialectoActual());
+        base.paciente(7, "Paz", "Eva");
+        const qint64 id = base.turno(7, Consultorio::a("09:00"));
+        const qint64 sinPaciente = base.turno(8, Consultorio::a("09:20"));
+        const qint64 bloqueado = base.turno(-111, Consultorio::a("09:40"));
+        QCOMPARE(*atender(base, id, false), 7);
+        QCOMPARE(
+            atender(base, id, true).rechazo().texto,
+            QString("Un Paciente está siendo atendido, para seguir debe cerrar la ficha del Paciente"));
+        QCOMPARE(
+            atender(base, sinPaciente, false).rechazo().texto,
+            QString("Este paciente no Existe, probablemente a sido eliminado."));
+        QVERIFY(!atender(base, bloqueado, false));
+        QCOMPARE(atender(base, bloqueado + 9, false).rechazo().texto, yaNoExiste);
+        base.usuario = 0;
+        QCOMPARE(
+            atender(base, id, false).rechazo().texto,
+            QString("Defina un Usuario Activo válido desde la ventana Configuración."));
+    }
+
     void libera_y_lo_anota_data() { soporte::filasDeDialecto(); }
     void libera_y_lo_anota()
     {
@@ -206,7 +232,12 @@ private slots:
         QCOMPARE(
             control->texto,
             QString("No puede registrar más sobreturnos. Los siguientes turnos no se asignaron:\n23/11/2026 09:40"));
+        QVERIFY(!mover(base, id, Consultorio::a("09:20"))); // onto itself
         const QDateTime otroDia = Consultorio::a(Consultorio::lunes().addDays(8), "10:00");
+        QVERIFY(!agregarDiasNoLaborables(base.conexion(), base.usuario, {{0, 2, 12, 0}}));
+        QCOMPARE(
+            texto(mover(base, id, otroDia.addDays(1))),
+            QString("La fecha seleccionada NO corresponde a un día laborable."));
         QVERIFY(!mover(base, id, otroDia));
         QVERIFY(!cambiarMotivo(base, id, 5));
         QVERIFY(!cambiarObservaciones(base, id, " O'Higgins \n"));

@@ -2,6 +2,7 @@
 #include "agenda/Calendario.h"
 #include "agenda/DetalleTurno.h"
 #include "agenda/DiaAgenda.h"
+#include "agenda/OrdenesTurno.h"
 #include "support/Prueba.h"
 
 using namespace agenda;
@@ -114,6 +115,56 @@ private slots:
         base.turno(-111, Consultorio::a(Consultorio::lunes().addDays(1), "09:00"));
         const auto dias = diasConTurnos(base.conexion(), base.usuario, QDate(2026, 11, 1), QDate(2026, 11, 30));
         QVERIFY(dias == std::set<QDate>{Consultorio::lunes()});
+    }
+
+    void cuenta_las_ordenes_data() { soporte::filasDeDialecto(); }
+    void cuenta_las_ordenes()
+    {
+        Consultorio base(soporte::dialectoActual());
+        base.paciente(7, "Paz", "Eva");
+        const qint64 practica
+            = base.fila("Lista Nomenclador", {{"nombre", "Kinesio, sesión de 40' con aparatología especial"}});
+        const auto orden = [&](int numero, QDate fecha, int sesiones, const QVariantMap &otros = {}) {
+            QVariantMap valores{{"NroPaci", 7}, {"numero", numero}, {"fecha", fecha}, {"sesiones", sesiones}};
+            valores.insert(otros);
+            return base.fila("Pacientes Ordenes", valores);
+        };
+        const qint64 vieja
+            = orden(15, QDate(2026, 3, 1), 3, {{"costo", 2000}, {"entregada", true}, {"idpractica", practica}});
+        const qint64 completa = orden(0, QDate(2026, 5, 1), 1);
+        orden(99, QDate(2026, 6, 1), 0);
+        base.fila("Pacientes Ordenes", {{"NroPaci", 8}, {"sesiones", 9}});
+        base.fila("Pacientes Sesiones", {{"NroPaci", 7}, {"idorden", vieja}});
+        for (int i = 0; i < 2; ++i) // one more than it allows
+            base.fila("Pacientes Sesiones", {{"NroPaci", 7}, {"idorden", completa}});
+        base.fila("Pacientes Pagos", {{"NroPaci", 7}, {"idorden", vieja}, {"importe", 1500.5}, {"quien", "P"}});
+        base.fila("Pacientes Pagos", {{"NroPaci", 7}, {"idorden", vieja}, {"importe", 9000}, {"quien", "O"}});
+
+        const auto pendientes = ordenesConSesiones(base.conexion(), 7);
+        QCOMPARE(pendientes.size(), size_t(1));
+        QCOMPARE(
+            pendientes[0].renglon(),
+            QString(
+                "Nº Orden: 15     -     Fecha: 01/03/2026     -     Práctica: Kinesio, sesión de 40' con aparatología "
+                "...     -     Sesiones Pendientes: 2"));
+
+        // The appointment's own first, then the newest.
+        const qint64 turno = base.turno(7, Consultorio::a("09:00"), {{"idorden", vieja}});
+        const QStringList lineas = detalleOrdenes(base.conexion(), turno);
+        QCOMPARE(
+            lineas.mid(0, 5),
+            QStringList(
+                {"Nº Orden: 15   Fecha Orden: 01/03/2026",
+                 "Costo: $2.000,00   Pagó: $1.500,50   Debe: $499,50",
+                 "Orden Entregada: Si   Orden Autorizada: No",
+                 "Total de Sesiones: 3   Sesiones Realizadas: 1",
+                 "Próximo Nº Sesión: 2"}));
+        QCOMPARE(lineas.at(6), QString("Nº Orden: 99   Fecha Orden: 01/06/2026"));
+        QCOMPARE(lineas.mid(12).constFirst(), QString("Nº Orden:    Fecha Orden: 01/05/2026"));
+        QCOMPARE(lineas.last(), QString("Próximo Nº Sesión: No hay pendientes"));
+        const qint64 bloqueado = base.turno(-111, Consultorio::a("09:20"));
+        QCOMPARE(detalleOrdenes(base.conexion(), bloqueado), QStringList());
+        QCOMPARE(detalleOrdenes(base.conexion(), bloqueado + 99), QStringList());
     }
 
     void pinta_segun_el_estado()

@@ -29,10 +29,10 @@ public:
     {
         return {sirve, QStringLiteral("en ") + examinada.carpeta};
     }
-    bool admiteServidor() const override { return false; }
+    bool admiteServidor() const override { return controlador; }
 
     app::Ruta ruta;
-    bool lista = true, sirve = true;
+    bool lista = true, sirve = true, controlador = false;
     int veces = 0;
 };
 
@@ -93,13 +93,18 @@ private slots:
         QCOMPARE(ventana->carpeta->text(), QStringLiteral("/mnt/nueva"));
         QTest::mouseClick(ventana->modoservidor, Qt::LeftButton);
         QVERIFY(!ventana->carpeta->isEnabled() && ventana->servidor->isEnabled());
-        QVERIFY(ventana->nota->text().contains(QStringLiteral("todavía no se conecta a SQL Server")));
+        QVERIFY(ventana->nota->text().contains(QStringLiteral("Falta el controlador")));
         QVERIFY(ventana->nota->isVisible());
         // back to what is saved, nothing would be lost
         QTest::mouseClick(ventana->modoaccess, Qt::LeftButton);
         QTest::mouseClick(ventana->local, Qt::LeftButton);
         ventana->carpeta->setText(red.ruta.carpeta);
         QVERIFY(!ventana->hayCambios());
+
+        red.controlador = true;
+        ventanas->abrir(QStringLiteral("accesored"));
+        QTest::mouseClick(ventana->modoservidor, Qt::LeftButton);
+        QVERIFY(!ventana->nota->isVisible());
     }
 
     void probarNoCambiaNada()

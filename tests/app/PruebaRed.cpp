@@ -148,13 +148,14 @@ private slots:
         app::Ruta antes;
         antes.reservado = QByteArray(18, 'r');
         antes.guardar(modulo->archivoRuta());
-        const app::Ruta nueva = servidor ? enServidor(u"SRV"_qs) : enCarpeta(carpeta->path());
+        const app::Ruta nueva = servidor ? enServidor(u"127.0.0.1,1"_qs) : enCarpeta(carpeta->path());
         if (servidor)
             guion->esperarMensaje(
                 u"Error..."_qs,
-                u"ERROR... LA BASE DE DATOS ESTÁ DAÑADA!!!\n\nDescripción del Error: (0) Esta versión del programa "
-                u"todavía "
-                "no puede conectarse a este tipo de base de datos.\n\nPRIMERA SOLUCIÓN: Intente repararla desde la "
+                u"ERROR... LA BASE DE DATOS ESTÁ DAÑADA!!!\n\nDescripción del Error: (20009) No se puede conectar con "
+                u"el "
+                "servidor de base de datos. Verifique que esté encendido, que la red funcione y que el nombre del "
+                "servidor y de la instancia sean los del menú 'Red'.\n\nPRIMERA SOLUCIÓN: Intente repararla desde la "
                 "opción "
                 "'Compactar Base de Datos' de la ventana 'Back-up' del menú principal.\n\nSEGUNDA SOLUCIÓN: Si luego "
                 "de "
@@ -213,7 +214,7 @@ private slots:
         QTest::newRow("sin catálogo") << "sinCatalogo"
                                       << "El archivo no es una base de datos de este programa.";
         QTest::newRow("servidor") << "servidor"
-                                  << "Esta versión del programa todavía no puede conectarse";
+                                  << "No se puede conectar con el servidor de base de datos.";
     }
     void examina()
     {
@@ -229,7 +230,8 @@ private slots:
         }
         if (que == u"sinCatalogo"_qs)
             db::EmbeddedEngine(datos, u"kestrel428"_qs).executeNative("DROP TABLE CIE10", {});
-        const auto hallazgo = modulo->examinarRuta(que == u"servidor"_qs ? enServidor(u"SRV"_qs) : enCarpeta(lejos));
+        const auto hallazgo
+            = modulo->examinarRuta(que == u"servidor"_qs ? enServidor(u"127.0.0.1,1"_qs) : enCarpeta(lejos));
         QCOMPARE(hallazgo.valida, que == u"buena"_qs);
         QVERIFY2(hallazgo.texto.startsWith(texto), qPrintable(hallazgo.texto));
         QCOMPARE(usuario(), u"aqui"_qs); // nothing changed

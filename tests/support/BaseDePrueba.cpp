@@ -1,6 +1,7 @@
 #include "support/BaseDePrueba.h"
 
 #include "support/ServerTestEngine.h"
+#include "support/ServidorTds.h"
 
 #include <QFile>
 #include <QtTest>
@@ -22,7 +23,10 @@ BaseDePrueba::BaseDePrueba(db::Dialect::Kind dialecto)
     QFile::setPermissions(archivo(), QFile::ReadOwner | QFile::WriteOwner);
     if (dialecto == db::Dialect::Kind::Access)
         m_conexion = db::Connection::open(cadenaAccess(archivo()), db::Engines::standard());
-    else
+    else if (ServidorTds::pedido()) {
+        m_servidor = std::make_unique<ServidorTds>(m_carpeta.path());
+        m_conexion = db::Connection::open(m_servidor->cadena(), db::Engines::standard());
+    } else
         m_conexion = std::make_unique<db::Connection>(
             std::make_unique<ServerTestEngine>(archivo(), QStringLiteral("kestrel428")));
     m_conexion->execute(

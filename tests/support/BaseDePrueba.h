@@ -9,6 +9,8 @@
 
 namespace soporte {
 
+class ServidorTds;
+
 /// A clock that stands where the test puts it: Sunday 22/11/2026, 09:00, at first.
 class RelojFijo final : public base::Clock
 {
@@ -21,7 +23,8 @@ private:
 };
 
 /// A practice's database of its own, copied from the template, with the professional "Juan Pérez" (`id` 20) as current
-/// user, spoken to in either dialect: the server's through an engine that takes nothing but the server's SQL.
+/// user, spoken to in either dialect: the server's through an engine that takes nothing but the server's SQL, or, where
+/// ServidorTds::pedido() says so, through the real driver and a server that has that engine behind it.
 class BaseDePrueba : public db::Entorno
 {
 public:
@@ -56,6 +59,7 @@ public:
 
 private:
     QTemporaryDir m_carpeta;
+    std::unique_ptr<ServidorTds> m_servidor;
     std::unique_ptr<db::Connection> m_conexion;
 };
 

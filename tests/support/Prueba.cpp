@@ -29,6 +29,8 @@ bool anotar(const char *nombre, Fabrica fabrica)
 /// Runs every registered class; "-clase Name" runs one, further arguments go to Qt Test.
 int main(int argc, char *argv[])
 {
+    // A test that ends in a fatal error ends at once, without waiting for a debugger to tell where.
+    qputenv("QTEST_DISABLE_STACK_DUMP", "1");
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);

@@ -79,7 +79,7 @@ public:
     app::Ruta rutaGuardada() const override;
     bool cambiarRuta(const app::Ruta &) override { return hayBase; }
     app::Hallazgo examinarRuta(const app::Ruta &) const override;
-    bool admiteServidor() const override { return false; }
+    bool admiteServidor() const override { return true; }
 
 private:
     void prepararDia();

@@ -8,6 +8,8 @@ namespace pantallas {
 [[nodiscard]] std::vector<Pantalla> escenasDeSistema();
 [[nodiscard]] std::vector<Pantalla> escenasDeUsuarios();
 [[nodiscard]] std::vector<Pantalla> escenasDeAgenda();
+[[nodiscard]] std::vector<Pantalla> escenasDeTodasLasAgendas();
+[[nodiscard]] std::vector<Pantalla> escenasDeReservas();
 [[nodiscard]] std::vector<Pantalla> escenasDePacientes();
 [[nodiscard]] std::vector<Pantalla> escenasDeFichas();
 [[nodiscard]] std::vector<Pantalla> escenasDeMantenimiento();

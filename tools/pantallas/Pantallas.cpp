@@ -20,6 +20,8 @@ std::vector<Pantalla> lista()
          {escenasDeSistema,
           escenasDeUsuarios,
           escenasDeAgenda,
+          escenasDeTodasLasAgendas,
+          escenasDeReservas,
           escenasDePacientes,
           escenasDeFichas,
           escenasDeMantenimiento})

@@ -1,5 +1,8 @@
 #include "agenda/forms/CalendarioMes.h"
 
+#include "agenda/forms/Arrastre.h"
+
+#include <QDragEnterEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -43,6 +46,12 @@ void CalendarioMes::setPrimerDia(int dia)
 {
     m_primerDia = dia;
     disponer();
+}
+
+void CalendarioMes::setEncabezadosCortos(bool cortos)
+{
+    m_encabezadosCortos = cortos;
+    update();
 }
 
 void CalendarioMes::setMarcas(std::set<QDate> conTurnos, std::set<QDate> noLaborables)
@@ -108,6 +117,11 @@ void CalendarioMes::pintarDia(QPainter &pintor, QRectF lugar, QDate dia) const
         pintor.drawRect(dentro.adjusted(0.5, 0.5, -0.5, -0.5));
     }
 
+    if (dia == m_destino) {
+        pintor.setPen(QPen(p.color(QPalette::Highlight), 2));
+        pintor.drawRect(dentro.adjusted(1, 1, -1, -1));
+    }
+
     QFont letra = font();
     letra.setBold(m_conTurnos.contains(dia));
     letra.setStrikeOut(libre);
@@ -136,7 +150,7 @@ void CalendarioMes::paintEvent(QPaintEvent *)
     pintor.setFont(font());
     const QRectF franja(0, celda(1, 0).top(), width(), celda(1, 0).height());
     pintor.fillRect(franja, palette().color(QPalette::AlternateBase));
-    const QStringList dias = m_mes.encabezados();
+    const QStringList dias = m_mes.encabezados(m_encabezadosCortos);
     for (int i = 0; i < 7; ++i)
         pintor.drawText(celda(1, i), Qt::AlignCenter, dias.at(i));
 
@@ -150,6 +164,44 @@ void CalendarioMes::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton)
         setFecha(fechaEn(event->position()));
+}
+
+void CalendarioMes::setDestino(QDate fecha)
+{
+    if (std::exchange(m_destino, fecha) != fecha)
+        update();
+}
+
+void CalendarioMes::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (turnoDe(event->mimeData()) != 0)
+        event->acceptProposedAction();
+}
+
+void CalendarioMes::dragMoveEvent(QDragMoveEvent *event)
+{
+    const QDate fecha = fechaEn(event->position());
+    setDestino(fecha);
+    if (fecha.isValid())
+        event->acceptProposedAction();
+    else
+        event->ignore();
+}
+
+void CalendarioMes::dragLeaveEvent(QDragLeaveEvent *) { setDestino({}); }
+
+void CalendarioMes::dropEvent(QDropEvent *event)
+{
+    setDestino({});
+    const qint64 id = turnoDe(event->mimeData());
+    const QDate fecha = fechaEn(event->position());
+    if (id == 0 || !fecha.isValid()) {
+        event->ignore();
+        return;
+    }
+    event->acceptProposedAction();
+    QMetaObject::invokeMethod(
+        this, [this, id, fecha] { emit turnoSoltado(id, fecha); }, Qt::QueuedConnection);
 }
 
 void CalendarioMes::wheelEvent(QWheelEvent *event)

@@ -21,9 +21,14 @@ public:
     void setFecha(QDate fecha);
     void setHoy(QDate hoy);
     void setPrimerDia(int dia);
+    /// "Do" ... "Sá" above the days instead of "Dom" ... "Sáb".
+    void setEncabezadosCortos(bool cortos);
     /// Days of the shown month that have appointments, and those on which the professional does not attend.
     void setMarcas(std::set<QDate> conTurnos, std::set<QDate> noLaborables);
     [[nodiscard]] const std::set<QDate> &conTurnos() const { return m_conTurnos; }
+
+    /// Lets appointments of the day's grid be dropped on a day; turnoSoltado() tells of it.
+    void setAceptaTurnos() { setAcceptDrops(true); }
 
     /// Centre of a shown day, for those who click on it; a null point when it is in another month.
     [[nodiscard]] QPoint lugarDe(QDate fecha) const;
@@ -33,8 +38,14 @@ public:
 
 signals:
     void fechaElegida(QDate fecha);
+    /// Comes after the drop is over.
+    void turnoSoltado(qint64 id, QDate fecha);
 
 protected:
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    void dragLeaveEvent(QDragLeaveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
@@ -45,14 +56,17 @@ private:
     void disponer();
     [[nodiscard]] QRectF celda(int fila, int columna) const;
     [[nodiscard]] QDate fechaEn(QPointF lugar) const;
+    void setDestino(QDate fecha);
     void pintarDia(QPainter &pintor, QRectF lugar, QDate dia) const;
 
     QDate m_fecha;
     QDate m_hoy;
     int m_primerDia = 0;
+    bool m_encabezadosCortos = false;
     MesCalendario m_mes;
     std::set<QDate> m_conTurnos;
     std::set<QDate> m_noLaborables;
+    QDate m_destino; ///< day below what is being dragged
     int m_rueda = 0;
 };
 

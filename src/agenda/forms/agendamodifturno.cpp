@@ -1,45 +1,40 @@
 #include "agenda/forms/agendamodifturno.h"
 
-#include "agenda/CambiosTurno.h"
-#include "agenda/DiaAgenda.h"
-#include "agenda/DiasNoLaborables.h"
-#include "agenda/Reserva.h"
+#include "agenda/GrillaDia.h"
+#include "agenda/MismoDia.h"
 #include "agenda/Textos.h"
-#include "agenda/TurnoGuardado.h"
 #include "agenda/forms/CalendarioMes.h"
+#include "agenda/forms/LineaAviso.h"
+#include "agenda/forms/PanelReserva.h"
+#include "agenda/forms/SelectorHora.h"
 #include "base/Clock.h"
-#include "base/Fechas.h"
 #include "db/Entorno.h"
+#include "ui/BotonLista.h"
 #include "ui/Botones.h"
 #include "ui/Estilo.h"
+#include "ui/ListaCombo.h"
 
 #include <QComboBox>
+#include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QPlainTextEdit>
 #include <QPushButton>
-#include <QSpinBox>
-#include <QVBoxLayout>
+#include <QToolButton>
 
 namespace agenda {
 
 agendamodifturno::agendamodifturno(db::Entorno &entorno, ui::Ventanas &ventanas)
-    : Ventana(entorno, ventanas, QStringLiteral("agendamodifturno"), tr("Cambiar Fecha y Hora del Turno"))
+    : Ventana(entorno, ventanas, QStringLiteral("agendamodifturno"), tr("Modificar Turno"))
 {
     construir();
-    const auto alMes = [this] {
-        const QDate primero(anio->value(), mes->currentIndex() + 1, 1);
-        fechadia->setFecha(
-            QDate(primero.year(), primero.month(), qMin(fechadia->fecha().day(), primero.daysInMonth())));
-    };
-    connect(mes, &QComboBox::activated, this, alMes);
-    connect(anio, &QSpinBox::valueChanged, this, alMes);
-    connect(fechadia, &CalendarioMes::fechaElegida, this, [this] { intentar([this] { mostrarFecha(); }); });
-    connect(listahoras, &QListWidget::currentItemChanged, this, [this](const QListWidgetItem *elegida) {
-        if (elegida)
-            hora->setText(horaTexto(elegida->data(Qt::UserRole).toTime()));
+    connect(selector, &SelectorHora::diaCambiado, this, [this] {
+        intentar([this] {
+            selector->cargar(conexion(), this->entorno().clock().today());
+            mostrarAviso();
+        });
     });
-    connect(listahoras, &QListWidget::itemActivated, guardar, &QPushButton::click);
+    connect(selector, &SelectorHora::aceptada, guardar, &QPushButton::click);
     alPulsar(guardar, [this] { save(); });
     connect(cancelar, &QPushButton::clicked, this, &QWidget::close);
     setEnter(guardar, {hora});
@@ -50,53 +45,77 @@ bool agendamodifturno::preparar(const ui::Pedido &pedido)
     const auto guardado = leerTurnoGuardado(conexion(), pedido.datos.value(QStringLiteral("id")).toLongLong());
     if (!guardado)
         return aceptado(registroEliminado());
-    m_id = guardado->id;
-    m_doctor = guardado->doctor;
-    turno->setText(guardado->titulo());
-    fechadia->setPrimerDia(primerDiaSemana(conexion()));
-    fechadia->setHoy(entorno().clock().today());
-    {
-        const QSignalBlocker calla(fechadia);
-        fechadia->setFecha(guardado->fecha.date());
-    }
-    mostrarFecha();
-    hora->setText(horaTexto(guardado->fecha.time()));
+    m_guardado = *guardado;
+    m_guardado.fecha.setTime(alMinuto(m_guardado.fecha.time()));
+    turno->setText(m_guardado.titulo() + QStringLiteral("   ") + nombreProfesional(conexion(), m_guardado.doctor));
+    selector->preparar(conexion(), m_guardado.doctor, entorno().clock().today(), m_guardado.fecha);
+    ui::cargarLista(
+        *motivo,
+        conexion(),
+        QStringLiteral("Lista Motivos Consulta"),
+        QStringLiteral("Motivo"),
+        {{tr("<Sin motivo>"), 0}});
+    ui::elegirId(*motivo, m_guardado.motivo);
+    m_guardado.motivo = ui::idElegido(*motivo); // a reason that was deleted shows as none
+    observacionestur->setPlainText(m_guardado.observacionestur);
+    m_guardado.observacionestur = observacionestur->toPlainText();
+    mostrarAviso();
     fechadia->setFocus();
     return true;
 }
 
-void agendamodifturno::mostrarFecha()
+void agendamodifturno::refrescar()
 {
-    const QDate fecha = fechadia->fecha();
-    const QSignalBlocker callaMes(mes), callaAnio(anio), callaLista(listahoras);
-    mes->setCurrentIndex(fecha.month() - 1);
-    anio->setValue(fecha.year());
+    ui::cargarLista(
+        *motivo,
+        conexion(),
+        QStringLiteral("Lista Motivos Consulta"),
+        QStringLiteral("Motivo"),
+        {{tr("<Sin motivo>"), 0}});
+    selector->cargar(conexion(), entorno().clock().today());
+    mostrarAviso();
+}
 
-    const DiaAgenda dia = cargarDia(conexion(), m_doctor, fecha, entorno().clock().today());
-    listahoras->clear();
-    for (const HoraOcupada &ocupada : dia.ocupacion()) {
-        auto *renglon = new QListWidgetItem(ocupada.texto, listahoras);
-        renglon->setData(Qt::UserRole, ocupada.hora);
-    }
-    const QDate desde(fecha.year(), fecha.month(), 1), hasta(fecha.year(), fecha.month(), fecha.daysInMonth());
-    fechadia->setMarcas(
-        diasConTurnos(conexion(), m_doctor, desde, hasta),
-        diasNoLaborablesEntre(listarDiasNoLaborables(conexion(), m_doctor), desde, hasta));
+void agendamodifturno::mostrarAviso()
+{
+    const QVector<QDateTime> momentos{{fechadia->fecha(), QTime(0, 0)}};
+    const auto suyos = turnosDeEsosDias(conexion(), m_guardado.nrohc, momentos, m_guardado.id);
+    const bool otroDia = fechadia->fecha() != m_guardado.fecha.date();
+    aviso->mostrar(avisoDeReserva(suyos, momentos, otroDia ? entorno().clock().today() : QDate(1, 1, 1)));
+}
+
+CambioTurno agendamodifturno::cambioDeTextos() const
+{
+    CambioTurno cambio;
+    if (const int elegido = ui::idElegido(*motivo); elegido != m_guardado.motivo)
+        cambio.motivo = elegido;
+    if (const QString texto = observacionestur->toPlainText(); texto != m_guardado.observacionestur)
+        cambio.observacionestur = texto;
+    return cambio;
+}
+
+bool agendamodifturno::hayCambios() const
+{
+    const CambioTurno cambio = cambioDeTextos();
+    return cambio.motivo || cambio.observacionestur || selector->momento() != m_guardado.fecha;
 }
 
 void agendamodifturno::save()
 {
-    if (!aceptado(controlarDiaLaborable(conexion(), m_doctor, fechadia->fecha())))
-        return;
-    const auto momento = leerTurno(base::fechaTexto(fechadia->fecha()) + u' ' + hora->text());
-    if (!momento) {
-        base::Rechazo rechazo = momento.rechazo();
-        rechazo.campo = QStringLiteral("hora");
-        aceptado(rechazo);
-        return;
+    CambioTurno cambio = cambioDeTextos();
+    if (selector->momento() != m_guardado.fecha) {
+        const auto momento = selector->elegido(conexion());
+        if (!momento) {
+            aceptado(momento.rechazo());
+            return;
+        }
+        cambio.fecha = *momento;
     }
-    if (aceptado(mover(entorno(), m_id, *momento)))
-        terminar({});
+    mostrarAviso();
+    if (!aceptado(modificar(entorno(), m_guardado.id, cambio)))
+        return;
+    ventanas().refrescar(ventanasDelDia());
+    terminar({});
 }
 
 void agendamodifturno::construir()
@@ -104,48 +123,46 @@ void agendamodifturno::construir()
     turno = new QLabel(this);
     turno->setObjectName(QStringLiteral("turno"));
     turno->setTextFormat(Qt::PlainText);
-    mes = new QComboBox(this);
-    mes->setObjectName(QStringLiteral("mes"));
-    for (int i = 1; i <= 12; ++i)
-        mes->addItem(base::nombreMes(i));
-    anio = new QSpinBox(this);
-    anio->setObjectName(QStringLiteral("anio"));
-    anio->setRange(1900, 9999);
-    fechadia = new CalendarioMes(this);
-    fechadia->setObjectName(QStringLiteral("fechadia"));
-    listahoras = new QListWidget(this);
-    listahoras->setObjectName(QStringLiteral("listahoras"));
-    hora = new QLineEdit(this);
-    hora->setObjectName(QStringLiteral("hora"));
-    hora->setPlaceholderText(tr("hh:mm"));
-    auto *rotulo = new QLabel(tr("&Hora:"), this);
-    rotulo->setBuddy(hora);
+    QFont negrita = turno->font();
+    negrita.setBold(true);
+    turno->setFont(negrita);
+    selector = new SelectorHora(this);
+    mes = selector->mes;
+    anio = selector->anio;
+    fechadia = selector->fechadia;
+    listahoras = selector->listahoras;
+    hora = selector->hora;
+    motivo = new QComboBox(this);
+    motivo->setObjectName(QStringLiteral("motivo"));
+    listamotivo = ui::botonLista(
+        *this, ventanas(), *motivo, QStringLiteral("Lista Motivos Consulta"), tr("Motivos de Consulta"));
+    observacionestur = new QPlainTextEdit(this);
+    observacionestur->setObjectName(QStringLiteral("observacionestur"));
+    observacionestur->setTabChangesFocus(true);
+    observacionestur->setFixedHeight(4 * fontMetrics().lineSpacing());
+    aviso = new LineaAviso(this);
     const ui::FinDeFormulario fin = ui::finDeFormulario(this);
     guardar = fin.guardar;
     cancelar = fin.cancelar;
 
-    auto *mesYAnio = new QHBoxLayout;
-    mesYAnio->addWidget(mes, 1);
-    mesYAnio->addWidget(anio);
-    auto *izquierda = new QVBoxLayout;
-    izquierda->addLayout(mesYAnio);
-    izquierda->addWidget(fechadia);
-    izquierda->addStretch(1);
-    auto *horaElegida = new QHBoxLayout;
-    horaElegida->addWidget(rotulo);
-    horaElegida->addWidget(hora, 1);
-    auto *derecha = new QVBoxLayout;
-    derecha->addWidget(listahoras, 1);
-    derecha->addLayout(horaElegida);
-    auto *medio = new QHBoxLayout;
-    medio->addLayout(izquierda, 1);
-    medio->addLayout(derecha, 1);
+    auto *eleccion = new QHBoxLayout;
+    eleccion->addWidget(motivo, 1);
+    eleccion->addWidget(listamotivo);
+    auto *campos = new QFormLayout;
+    campos->setSpacing(ui::espacio);
+    campos->addRow(tr("Moti&vo:"), eleccion);
+    campos->addRow(tr("O&bservaciones:"), observacionestur);
+    qobject_cast<QLabel *>(campos->labelForField(eleccion))->setBuddy(motivo);
+
     auto *todo = new QVBoxLayout(this);
     todo->setContentsMargins(ui::margen, ui::margen, ui::margen, ui::margen);
+    todo->setSpacing(ui::espacio);
     todo->addWidget(turno);
-    todo->addLayout(medio, 1);
+    todo->addWidget(selector, 1);
+    todo->addLayout(campos);
+    todo->addWidget(aviso);
     todo->addLayout(fin.fila);
-    setMinimumSize(520, 360);
+    setMinimumSize(560, 520);
 }
 
 } // namespace agenda

@@ -1,19 +1,25 @@
 #pragma once
 
+#include "agenda/CambiosTurno.h"
+#include "agenda/TurnoGuardado.h"
 #include "ui/Ventana.h"
 
 class QComboBox;
 class QLabel;
 class QLineEdit;
 class QListWidget;
+class QPlainTextEdit;
 class QPushButton;
 class QSpinBox;
+class QToolButton;
 
 namespace agenda {
 
 class CalendarioMes;
+class LineaAviso;
+class SelectorHora;
 
-/// Moves the appointment "id" to another day and hour of the same professional.
+/// Changes the appointment "id": another day and hour of the same professional, its reason, its observations.
 class agendamodifturno : public ui::Ventana
 {
     Q_OBJECT
@@ -22,23 +28,31 @@ public:
     agendamodifturno(db::Entorno &entorno, ui::Ventanas &ventanas);
 
     bool preparar(const ui::Pedido &pedido) override;
+    void refrescar() override;
+    [[nodiscard]] bool hayCambios() const override;
 
     QLabel *turno;
+    SelectorHora *selector;
     QComboBox *mes;
     QSpinBox *anio;
     CalendarioMes *fechadia;
     QListWidget *listahoras;
     QLineEdit *hora;
+    QComboBox *motivo;
+    QToolButton *listamotivo;
+    QPlainTextEdit *observacionestur;
+    LineaAviso *aviso;
     QPushButton *guardar;
     QPushButton *cancelar;
 
 private:
     void construir();
-    void mostrarFecha();
+    void mostrarAviso();
+    /// Reason and observations, as far as they are others than those the window was opened with.
+    [[nodiscard]] CambioTurno cambioDeTextos() const;
     void save();
 
-    qint64 m_id = 0;
-    int m_doctor = 0;
+    TurnoGuardado m_guardado;
 };
 
 } // namespace agenda

@@ -2,18 +2,28 @@
 
 #include "ui/Ventana.h"
 
+#include <QSet>
+
 class QComboBox;
 class QLabel;
 class QLineEdit;
 class QListWidget;
 class QPlainTextEdit;
 class QPushButton;
-class QToolButton;
+
+namespace patients {
+class CampoPaciente;
+}
 
 namespace agenda {
 
-/// Books one or more times for a patient. Opened with "doctor" (`id`) and "turnos" (QStringList, "dd/mm/yyyy hh:nn");
-/// hands over "nrohc".
+class LineaAviso;
+class PanelReserva;
+struct Reserva;
+
+/// Books one or more times for a patient. Opened with "doctor" (`id`) and "turnos" (QStringList, "dd/mm/yyyy hh:nn"),
+/// and, where they are known already, "nrohc", "motivo" and "observacionestur". Finishes with "nrohc" and, of the first
+/// time booked, "fecha" (QDateTime) and "id".
 class agendanuevoturno : public ui::Ventana
 {
     Q_OBJECT
@@ -25,30 +35,35 @@ public:
     void refrescar() override;
     [[nodiscard]] bool hayCambios() const override;
 
-    QLabel *paciente;
+    QLabel *profesional;
+    patients::CampoPaciente *paciente;
     QPushButton *elegirpaciente;
     QPushButton *nuevopaciente;
     QListWidget *listaturnos;
-    QLineEdit *nuevoturno;
     QPushButton *agregarturno;
     QPushButton *quitarturno;
+    QLineEdit *nuevoturno;
+    QPushButton *agregarescrito;
     QComboBox *motivo;
-    QToolButton *listamotivo;
     QPlainTextEdit *observacionestur;
+    LineaAviso *aviso;
     QPushButton *guardar;
     QPushButton *cancelar;
 
 private:
     void construir();
-    void pedirPaciente(const QString &ventana);
-    void mostrarPaciente(int nrohc, const QString &nombre);
-    void agregarTurno();
-    void quitarTurno();
+    void recibirDatos(const QVariantMap &datos);
+    void elegirPaciente(const QString &apellido, const QString &nombres);
+    void crearPaciente();
+    void elegirHora();
+    void mostrarAviso();
+    [[nodiscard]] bool aceptaNovedades();
     void save();
-    [[nodiscard]] QStringList turnos() const;
 
+    PanelReserva *m_panel;
     int m_doctor = 0;
-    int m_nrohc = 0;
+    QStringList m_iniciales; ///< the lines that the window was opened with
+    QSet<qint64> m_avisados; ///< appointments of the same days that the person was shown
 };
 
 } // namespace agenda

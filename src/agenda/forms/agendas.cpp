@@ -1,41 +1,32 @@
 #include "agenda/forms/agendas.h"
 
 #include "agenda/Calendario.h"
-#include "agenda/CambiosTurno.h"
 #include "agenda/DetalleTurno.h"
+#include "agenda/OrdenesTurno.h"
+#include "agenda/Textos.h"
+#include "agenda/TurnoGuardado.h"
 #include "agenda/forms/CalendarioMes.h"
+#include "agenda/forms/ColorTono.h"
+#include "agenda/forms/GrillaTurnos.h"
 #include "base/Clock.h"
 #include "base/Fechas.h"
 #include "db/Entorno.h"
 #include "db/ListaDoctores.h"
-#include "ui/Grilla.h"
 #include "ui/ListaCombo.h"
 
+#include <QAction>
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QLocale>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTimer>
 #include <QToolButton>
 
 namespace agenda {
-
-namespace {
-
-QColor colorDe(Tono tono)
-{
-    switch (tono) {
-    case Tono::Atendido: return QColor(0xCF, 0xFB, 0xCF);
-    case Tono::Pasado: return QColor(0xE0, 0xE0, 0xE0);
-    case Tono::Sobreturno: return QColor(0xFF, 0xE6, 0xB8);
-    case Tono::Ninguno: break;
-    }
-    return {};
-}
-
-} // namespace
 
 agendas::agendas(db::Entorno &entorno, ui::Ventanas &ventanas)
     : Ventana(entorno, ventanas, QStringLiteral("agendas"), tr("Agenda de Turnos"))
@@ -48,20 +39,34 @@ agendas::agendas(db::Entorno &entorno, ui::Ventanas &ventanas)
 
 bool agendas::preparar(const ui::Pedido &pedido)
 {
+    int suyo = pedido.datos.value(QStringLiteral("doctor")).toInt();
+    QDate fecha = pedido.datos.value(QStringLiteral("fecha")).toDate();
+    const qint64 id = pedido.datos.value(QStringLiteral("id")).toLongLong();
+    if (id != 0) {
+        const auto turno = leerTurnoGuardado(conexion(), id);
+        if (!turno)
+            return aceptado(registroEliminado());
+        suyo = turno->doctor;
+        fecha = turno->fecha.date();
+    }
     // The day is loaded once, below.
     const QSignalBlocker callaLista(lisdocto), callaFecha(fechadia);
     cargarProfesionales();
-    if (const int suyo = pedido.datos.value(QStringLiteral("doctor")).toInt(); suyo != 0)
+    if (suyo != 0)
         ui::elegirId(*lisdocto, suyo);
     else if (lisdocto->currentIndex() < 0)
         ui::elegirId(*lisdocto, db::profesionalActivo(entorno()));
     if (lisdocto->currentIndex() < 0 && lisdocto->count() > 0)
         lisdocto->setCurrentIndex(0);
     fechadia->setPrimerDia(primerDiaSemana(conexion()));
-    fechadia->setFecha(pedido.datos.value(QStringLiteral("fecha")).toDate());
+    fechadia->setFecha(fecha);
     quitarFilaTemporal(conexion());
     recargar();
     lista->setFocus();
+    if (id != 0)
+        lista->elegirClave(id);
+    else if (const QString hora = pedido.datos.value(QStringLiteral("hora")).toString(); !hora.isEmpty())
+        elegirHora(QTime::fromString(hora, QStringLiteral("HH:mm")));
     if (lista->filaActual() < 0 && lista->modelo().rowCount() > 0)
         lista->elegirFila(0);
     const int segundos = entorno().segundosAgenda();
@@ -84,11 +89,15 @@ QString agendas::ayuda() const
 {
     return tr(
         "TURNOS: Elija el profesional y el día. Con Enter sobre un horario libre se asigna un turno; con varios"
-        " horarios libres seleccionados se asignan todos al mismo paciente.\n\n"
-        "LLEGÓ Y ATENDIDO: Cuando el paciente llega presione Ctrl+L; cuando fue atendido, Ctrl+A. Las mismas"
-        " teclas deshacen la marca.\n\n"
+        " horarios libres seleccionados se asignan todos al mismo paciente. Con Enter sobre un turno se abre la ficha"
+        " del paciente.\n\n"
+        "TECLAS: Ctrl+L llegó, Ctrl+A atendido, F2 ficha, Ctrl+G pagar, F6 bloquear, F7 observaciones, F8 motivo,"
+        " F9 cambiar, Supr eliminar. Ctrl+Izquierda y Ctrl+Derecha cambian el día, Ctrl+Inicio vuelve a hoy,"
+        " Ctrl+Abajo va al horario libre siguiente, F3 muestra los próximos días con lugar.\n\n"
+        "PASAR UN TURNO: Ctrl+X lo corta y Ctrl+V lo pega en el horario elegido, también de otro día; Esc lo cancela."
+        " También se arrastra con el mouse a otro horario, o a un día del calendario.\n\n"
         "COLORES: Verde, ya atendido. Gris, horario libre que ya pasó. Naranja, horario con sobreturnos, cuando la"
-        " plantilla pide resaltarlos.\n\n"
+        " plantilla pide resaltarlos. Celeste, el turno cortado.\n\n"
         "CALENDARIO: Los días con turnos están en negrita y subrayados; los tachados no se atienden. Se recorre"
         " con las flechas; Re Pág y Av Pág cambian el mes, con Mayúsculas el año; Inicio vuelve a hoy.");
 }
@@ -103,13 +112,20 @@ void agendas::cargarProfesionales()
 
 void agendas::recargar()
 {
-    // While a name is being typed the list holds no choice: the day shown stays that of the last one.
-    m_doctor = ui::idElegido(*lisdocto, m_doctor);
-    fechadia->setHoy(entorno().clock().today());
-    m_dia = cargarDia(conexion(), m_doctor, fechadia->fecha(), entorno().clock().today());
-    m_noLaborables = listarDiasNoLaborables(conexion(), m_doctor);
+    // Everything is read before anything is shown: after a failure the day shown before stays whole. While a name is
+    // being typed the list holds no choice: the day shown stays that of the last one.
+    const int doctor = ui::idElegido(*lisdocto, m_doctor);
+    const QDate fecha = fechadia->fecha(), hoyEs = entorno().clock().today();
+    DiaAgenda dia = cargarDia(conexion(), doctor, fecha, hoyEs);
+    const QDate desde(fecha.year(), fecha.month(), 1), hasta(fecha.year(), fecha.month(), fecha.daysInMonth());
+    std::set<QDate> conTurnos = diasConTurnos(conexion(), doctor, desde, hasta);
+    std::set<QDate> noLaborables = diasNoLaborablesEntre(listarDiasNoLaborables(conexion(), doctor), desde, hasta);
+
+    m_doctor = doctor;
+    m_dia = std::move(dia);
+    fechadia->setHoy(hoyEs);
+    fechadia->setMarcas(std::move(conTurnos), std::move(noLaborables));
     mostrarDia();
-    mostrarMarcas();
     mostrarResumen();
     m_detalleDe = 0;
     mostrarDetalle();
@@ -123,8 +139,20 @@ void agendas::recargarEn(std::optional<QTime> hora)
         return;
     // What was done gave the row another identity: its hour stays chosen. Not so when another station changed the day,
     // where the hour may now be another patient's.
+    elegirHora(*hora);
+}
+
+void agendas::trasCambio(std::optional<QTime> hora)
+{
+    recargarEn(hora);
+    ventanas().refrescar(
+        {QStringLiteral("agendastodas"), QStringLiteral("resulbusque"), QStringLiteral("pacientesredu")});
+}
+
+void agendas::elegirHora(QTime hora)
+{
     for (const FilaDia &fila : m_dia.filas)
-        if (fila.hora == *hora) {
+        if (fila.hora == hora) {
             lista->elegirFila(lista->modelo().filaDe(fila.clave()));
             return;
         }
@@ -146,21 +174,19 @@ void agendas::mostrarDia()
         textos.push_back(fila.textos());
         claves.push_back(fila.clave());
     }
-    lista->mostrar(std::move(textos), std::move(claves));
+    if (textos == m_textosMostrados && claves == m_clavesMostradas) {
+        lista->viewport()->update(); // the colours go by the hour
+    } else {
+        m_textosMostrados = textos;
+        m_clavesMostradas = claves;
+        lista->mostrar(std::move(textos), std::move(claves));
+    }
 
     QString titulo = QLocale().toString(m_dia.fecha, QStringLiteral("dddd d 'de' MMMM 'de' yyyy"));
     titulo[0] = titulo.at(0).toUpper();
     if (m_dia.noLaborable)
         titulo += tr("  —  No se atiende");
     fechaactiva->setText(titulo);
-}
-
-void agendas::mostrarMarcas()
-{
-    const QDate fecha = fechadia->fecha();
-    const QDate desde(fecha.year(), fecha.month(), 1), hasta(fecha.year(), fecha.month(), fecha.daysInMonth());
-    fechadia->setMarcas(
-        diasConTurnos(conexion(), m_doctor, desde, hasta), diasNoLaborablesEntre(m_noLaborables, desde, hasta));
 }
 
 void agendas::mostrarResumen()
@@ -187,6 +213,12 @@ const FilaDia *agendas::filaDe(qint64 clave) const
 
 const FilaDia *agendas::filaActual() const { return filaDe(lista->claveActual()); }
 
+std::optional<FilaDia> agendas::turnoActual() const
+{
+    const FilaDia *fila = filaActual();
+    return fila && fila->clase == FilaDia::Clase::Turno ? std::optional(*fila) : std::nullopt;
+}
+
 void agendas::mostrarDetalle()
 {
     const FilaDia *fila = filaActual();
@@ -195,12 +227,21 @@ void agendas::mostrarDetalle()
         return;
     m_detalleDe = id;
     QStringList lineas = id == 0 ? QStringList() : detalleTurno(conexion(), id);
-    if (!lineas.isEmpty() && !fila->telefono.isEmpty())
-        lineas.insert(1, fila->telefono.trimmed());
-    // Two columns keep it low: the patient's facts in pairs, who gave the appointment below.
+    const QString ordenes = id == 0 ? QString() : detalleOrdenes(conexion(), id).join(u'\n');
+    detalleordenes->setVisible(!ordenes.isEmpty());
+    if (ordenes != detalleordenes->toPlainText())
+        detalleordenes->setPlainText(ordenes);
+    // Low enough for a glance: what is short stands beside another.
     QStringList renglones;
-    for (qsizetype i = 0; i < lineas.size(); i += 2)
-        renglones << lineas.mid(i, 2).join(QStringLiteral("      "));
+    for (const QString &linea : lineas) {
+        const bool alLado = linea.startsWith(QStringLiteral("Ultima Consulta: ")) && !renglones.isEmpty();
+        if (alLado)
+            renglones.last() += QStringLiteral("      ") + linea;
+        else
+            renglones << linea;
+    }
+    if (!renglones.isEmpty() && !fila->telefono.isEmpty())
+        renglones.first() += QStringLiteral("      ") + fila->telefono.trimmed();
     if (fila && fila->clase == FilaDia::Clase::Turno && !fila->observaciones.trimmed().isEmpty())
         renglones << tr("Observaciones: ") + fila->observaciones.simplified();
     detalle->setText(renglones.join(u'\n'));
@@ -215,14 +256,20 @@ void agendas::habilitar()
         hayLibres = hayLibres || clave < 0;
         hayOcupados = hayOcupados || clave > 0;
     }
-    nuevo->setEnabled(m_doctor != 0);
+    for (QPushButton *boton : {nuevo, horarios, proximolibre})
+        boton->setEnabled(m_doctor != 0);
     liberar->setEnabled(hayOcupados);
     bloquear->setEnabled(hayLibres);
-    for (QPushButton *boton : {sinollego, sinoatendido, modifobservacion, modifmoticonsul, modifhora})
+    for (QPushButton *boton : {atender, sinollego, sinoatendido, pagar, modifobservacion, modifmoticonsul, modifhora})
         boton->setEnabled(turno);
     sinollego->setText(turno && fila->llegado ? tr("No &llegó") : tr("&Llegó"));
     sinoatendido->setText(turno && fila->atendido ? tr("No &atendido") : tr("&Atendido"));
-    horarios->setEnabled(m_doctor != 0);
+    for (const AccionDeMenu &suya : m_acciones) {
+        suya.accion->setEnabled(suya.boton->isEnabled());
+        suya.accion->setText((suya.texto.isEmpty() ? suya.boton->text() : suya.texto) + u'\t' + suya.tecla);
+    }
+    menucortar->setEnabled(turno);
+    menupegar->setEnabled(m_corte && fila && fila->clase != FilaDia::Clase::Bloqueado);
 }
 
 QStringList agendas::turnosElegidos() const
@@ -236,79 +283,35 @@ QStringList agendas::turnosElegidos() const
     return turnos;
 }
 
-void agendas::abrirReserva()
-{
-    ui::Pedido pedido;
-    pedido.datos = {{QStringLiteral("doctor"), m_doctor}, {QStringLiteral("turnos"), turnosElegidos()}};
-    const QPointer<agendas> esta(this);
-    pedido.alTerminar = [esta, hora = horaActual()](const QVariantMap &) {
-        if (esta)
-            esta->intentar([&] { esta->recargarEn(hora); });
-    };
-    ventanas().abrir(QStringLiteral("agendanuevoturno"), pedido, this);
-}
-
-void agendas::liberarElegidos()
-{
-    QVector<qint64> ids;
-    for (const qint64 clave : lista->clavesElegidas())
-        if (clave > 0)
-            ids.append(clave);
-    if (ids.isEmpty())
-        return;
-    const auto hora = horaActual();
-    const auto resultado = agenda::liberar(entorno(), ids);
-    if (!resultado)
-        aceptado(resultado.rechazo());
-    recargarEn(hora);
-}
-
-void agendas::bloquearElegidos()
-{
-    QVector<QDateTime> libres;
-    for (const qint64 clave : lista->clavesElegidas())
-        if (const FilaDia *fila = filaDe(clave); fila && fila->clase == FilaDia::Clase::Libre)
-            libres.append(m_dia.momento(*fila));
-    if (libres.isEmpty())
-        return;
-    const auto hora = horaActual();
-    aceptado(agenda::bloquear(entorno(), m_doctor, libres));
-    recargarEn(hora);
-}
-
-void agendas::cambiar(const std::function<base::Control(const FilaDia &)> &cambio)
-{
-    const FilaDia *actual = filaActual();
-    if (!actual || actual->clase != FilaDia::Clase::Turno)
-        return;
-    // The day may load again while the rule asks the person something.
-    const FilaDia fila = *actual;
-    aceptado(cambio(fila));
-    recargarEn(fila.hora);
-}
-
-void agendas::abrirDeTurno(const QString &ventana)
-{
-    const FilaDia *fila = filaActual();
-    if (!fila || fila->clase != FilaDia::Clase::Turno)
-        return;
-    ui::Pedido pedido;
-    pedido.datos = {{QStringLiteral("id"), fila->id}};
-    const QPointer<agendas> esta(this);
-    pedido.alTerminar = [esta](const QVariantMap &) {
-        if (esta)
-            esta->actualizar();
-    };
-    ventanas().abrir(ventana, pedido, this);
-    // Gone meanwhile: the window has said so and the day must show it.
-    if (!ventanas().buscar(ventana))
-        recargar();
-}
-
 void agendas::irA(QDate fecha) { fechadia->setFecha(fecha); }
+
+void agendas::irALibre(int sentido)
+{
+    const ui::ModeloGrilla &modelo = lista->modelo();
+    const QDateTime ahora = entorno().clock().now();
+    for (int i = lista->filaActual() + sentido; i >= 0 && i < modelo.rowCount(); i += sentido) {
+        const FilaDia *fila = filaDe(modelo.clave(i));
+        if (fila && fila->clase == FilaDia::Clase::Libre && m_dia.tono(*fila, ahora) != Tono::Pasado) {
+            lista->elegirFila(i);
+            return;
+        }
+    }
+}
+
+void agendas::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape && m_corte) {
+        quitarCorte();
+        event->accept();
+        return;
+    }
+    Ventana::keyPressEvent(event);
+}
 
 void agendas::alTic()
 {
+    if (lista->arrastrando())
+        return;
     // Stopped meanwhile, so that a lost connection is told once and not at every interval.
     tiempo->stop();
     if (intentar([this] { recargar(); }))
@@ -325,8 +328,19 @@ void agendas::conectar()
     connect(fechaaniomas, &QToolButton::clicked, this, [this] { irA(fechadia->fecha().addYears(1)); });
     connect(fechaaniomenos, &QToolButton::clicked, this, [this] { irA(fechadia->fecha().addYears(-1)); });
 
-    lista->modelo().setFondo(
-        [this](int fila) { return colorDe(m_dia.tono(m_dia.filas[size_t(fila)], entorno().clock().now())); });
+    const auto irAHora = [this](const QListWidgetItem *renglon) {
+        if (const QTime hora = QTime::fromString(renglon->text().left(5), QStringLiteral("HH:mm")); hora.isValid())
+            elegirHora(hora);
+    };
+    connect(listatemp, &QListWidget::itemClicked, this, irAHora);
+    connect(listatemp, &QListWidget::itemActivated, this, irAHora);
+
+    lista->modelo().setFondo([this](int fila) {
+        const FilaDia &suya = m_dia.filas[size_t(fila)];
+        if (m_corte && suya.id == m_corte->id)
+            return QColor(0xCF, 0xE2, 0xF7);
+        return colorDe(m_dia.tono(suya, entorno().clock().now()));
+    });
     lista->modelo().setAyuda([this](int fila) {
         const FilaDia &f = m_dia.filas[size_t(fila)];
         if (f.clase != FilaDia::Clase::Turno || f.observaciones.trimmed().isEmpty())
@@ -334,30 +348,14 @@ void agendas::conectar()
         return QStringLiteral("OBSERVACIONES DEL TURNO DE LA HORA ") + horaTexto(f.hora) + u'\n' + f.observaciones;
     });
     connect(lista, &ui::Grilla::filaCambiada, this, [this] { intentar([this] { mostrarDetalle(); }); });
-    connect(lista->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { habilitar(); });
-    connect(lista, &ui::Grilla::activada, this, [this] {
-        const FilaDia *fila = filaActual();
-        if (fila && fila->clase == FilaDia::Clase::Libre)
-            intentar([this] { abrirReserva(); });
+    connect(lista->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        // A click makes a row the current one before it is selected: only now there is one to tell of.
+        intentar([this] { mostrarDetalle(); });
+        habilitar();
     });
-
-    alPulsar(nuevo, [this] { abrirReserva(); });
-    alPulsar(liberar, [this] { liberarElegidos(); });
-    alPulsar(bloquear, [this] { bloquearElegidos(); });
-    alPulsar(sinollego, [this] {
-        cambiar([this](const FilaDia &f) { return marcarLlegado(entorno(), f.id, !f.llegado); });
-    });
-    alPulsar(sinoatendido, [this] {
-        cambiar([this](const FilaDia &f) { return marcarAtendido(entorno(), f.id, !f.atendido); });
-    });
-    alPulsar(modifobservacion, [this] { abrirDeTurno(QStringLiteral("agendaobservacion")); });
-    alPulsar(modifmoticonsul, [this] { abrirDeTurno(QStringLiteral("agendamotivo")); });
-    alPulsar(modifhora, [this] { abrirDeTurno(QStringLiteral("agendamodifturno")); });
-    alPulsar(horarios, [this] {
-        ui::Pedido pedido;
-        pedido.datos = {{QStringLiteral("doctor"), m_doctor}};
-        ventanas().abrir(QStringLiteral("agendahorarios"), pedido, this);
-    });
+    connect(lista, &ui::Grilla::activada, this, [this] { intentar([this] { activarFila(); }); });
+    conectarOperaciones();
+    conectarMover();
     connect(tiempo, &QTimer::timeout, this, &agendas::alTic);
 }
 

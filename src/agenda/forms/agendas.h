@@ -4,23 +4,24 @@
 #include "agenda/DiasNoLaborables.h"
 #include "ui/Ventana.h"
 
+class QAction;
 class QComboBox;
+class QHBoxLayout;
 class QLabel;
 class QListWidget;
+class QPlainTextEdit;
 class QPushButton;
 class QTimer;
 class QToolButton;
 
-namespace ui {
-class Grilla;
-}
-
 namespace agenda {
 
 class CalendarioMes;
+class GrillaTurnos;
 
 /// "Agenda de Turnos": one professional's day with its appointments and what is done with them. Facts understood when
-/// it is opened: "doctor" (`id`) and "fecha" (QDate).
+/// it is opened: "doctor" (`id`), "fecha" (QDate) and "hora" ("hh:mm", the row to choose); or "id" of an appointment,
+/// whose day is shown with it chosen.
 class agendas : public ui::Ventana
 {
     Q_OBJECT
@@ -43,31 +44,64 @@ public:
     QToolButton *fechamesmas;
     QToolButton *fechaaniomenos;
     QToolButton *fechaaniomas;
+    QPushButton *proximolibre;
     QListWidget *listatemp;
-    ui::Grilla *lista;
+    GrillaTurnos *lista;
+    QLabel *avisocorte; ///< what is cut, while something is
     QLabel *detalle;
+    QPlainTextEdit *detalleordenes;
     QPushButton *nuevo;
     QPushButton *liberar;
     QPushButton *bloquear;
+    QPushButton *atender;
     QPushButton *sinollego;
     QPushButton *sinoatendido;
+    QPushButton *pagar;
     QPushButton *modifobservacion;
     QPushButton *modifmoticonsul;
     QPushButton *modifhora;
+    QPushButton *buscar;
+    QPushButton *botagentodas;
     QPushButton *horarios;
     QTimer *tiempo;
 
+    // The same in the list's context menu.
+    QAction *menuasignar;
+    QAction *menuficha;
+    QAction *menullego;
+    QAction *menuatendido;
+    QAction *menupagar;
+    QAction *menuobser;
+    QAction *menumotivo;
+    QAction *menuhora;
+    QAction *menucortar;
+    QAction *menupegar;
+    QAction *menubloquear;
+    QAction *menueliminar;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
 private:
+    // agendasVista.cpp
     void construir();
     QWidget *panelIzquierdo();
+    QLayout *renglonTitulo();
     QWidget *barraOperaciones();
-    void conectar();
+    QLayout *panelDetalle();
+    void crearMenu();
     void atajo(const QKeySequence &tecla, QPushButton *boton);
+    void atajo(const QKeySequence &tecla, const std::function<void()> &accion);
+
+    void conectar();
+    void conectarOperaciones();
 
     void cargarProfesionales();
     void recargar();
     /// recargar() after an action of this window: the row of that hour stays chosen.
     void recargarEn(std::optional<QTime> hora);
+    /// recargarEn() after something was changed: the other windows that show appointments load theirs too.
+    void trasCambio(std::optional<QTime> hora);
     void mostrarDia();
     void mostrarMarcas();
     void mostrarResumen();
@@ -76,24 +110,66 @@ private:
 
     [[nodiscard]] const FilaDia *filaDe(qint64 clave) const;
     [[nodiscard]] const FilaDia *filaActual() const;
+    /// A copy of the current row when it is an appointment: the day may load again at any message.
+    [[nodiscard]] std::optional<FilaDia> turnoActual() const;
     [[nodiscard]] std::optional<QTime> horaActual() const;
+    void elegirHora(QTime hora);
     /// Times of the selected rows that may get an appointment, the current row first where it is not free.
     [[nodiscard]] QStringList turnosElegidos() const;
 
+    // agendasOperaciones.cpp
+    void activarFila();
     void abrirReserva();
     void liberarElegidos();
     void bloquearElegidos();
-    /// Runs a change of the current appointment, shows its refusal and loads the day again either way.
-    void cambiar(const std::function<base::Control(const FilaDia &)> &cambio);
+    void atenderActual();
+    void marcarAtencion();
+    /// Offers to register the session of an appointment just attended, where that can be done.
+    void ofrecerSesion(const FilaDia &fila);
+    void pagarActual();
+    void buscarTurnos();
+    void abrirTodas();
+    void abrirProximosLibres();
+    /// Runs a change of the current appointment, shows its refusal and loads the day again either way; true when there
+    /// was nothing to refuse.
+    bool cambiar(const std::function<base::Control(const FilaDia &)> &cambio);
     /// Opens a window about the current appointment.
     void abrirDeTurno(const QString &ventana);
+
+    // agendasMover.cpp
+    void conectarMover();
+    void cortar(qint64 id);
+    void pegar();
+    void quitarCorte();
+    void soltarEn(qint64 id, qint64 clave);
+    void moverA(qint64 id, const QDateTime &momento);
+    [[nodiscard]] base::Control controlarDestino(int doctor, const FilaDia &destino) const;
+
     void irA(QDate fecha);
+    void irALibre(int sentido);
     void alTic();
+
+    /// An appointment on its way to another hour.
+    struct Corte {
+        qint64 id = 0;
+        int doctor = 0;
+        QString titulo;
+    };
+    struct AccionDeMenu {
+        QAction *accion;
+        QPushButton *boton;
+        QString texto; ///< empty: the button's
+        QString tecla;
+    };
 
     int m_doctor = 0; ///< whose day is shown; 0 while there are no professionals
     DiaAgenda m_dia;
-    QVector<DiaNoLaborable> m_noLaborables;
     qint64 m_detalleDe = 0;
+    std::optional<Corte> m_corte;
+    std::vector<AccionDeMenu> m_acciones;
+    QHBoxLayout *m_salidas; ///< end of the second row of buttons: what prints and copies the day
+    std::vector<QStringList> m_textosMostrados;
+    std::vector<qint64> m_clavesMostradas;
 };
 
 } // namespace agenda

@@ -1,16 +1,18 @@
 // How the window "agendas" is laid out.
 
 #include "agenda/forms/CalendarioMes.h"
+#include "agenda/forms/GrillaTurnos.h"
 #include "agenda/forms/agendas.h"
 #include "ui/Estilo.h"
-#include "ui/Grilla.h"
 #include "ui/Iconos.h"
 
+#include <QAction>
 #include <QComboBox>
-#include <QFrame>
 #include <QLabel>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QShortcut>
 #include <QTimer>
 #include <QToolButton>
@@ -48,44 +50,154 @@ void agendas::construir()
     filas->setContentsMargins(ui::margen, ui::margen, ui::margen, ui::margen);
     filas->setSpacing(ui::margen);
     QWidget *izquierda = panelIzquierdo();
-    izquierda->setFixedWidth(qMax(236, izquierda->sizeHint().width()));
+    izquierda->setFixedWidth(qMax(240, fechadia->sizeHint().width()));
     filas->addWidget(izquierda);
 
     auto *derecha = new QVBoxLayout;
     derecha->setSpacing(ui::espacio);
+    derecha->addLayout(renglonTitulo());
+    derecha->addWidget(barraOperaciones());
+
+    avisocorte = new QLabel(this);
+    avisocorte->setObjectName(QStringLiteral("avisocorte"));
+    avisocorte->setTextFormat(Qt::PlainText);
+    avisocorte->setMargin(ui::espacio);
+    avisocorte->setAutoFillBackground(true);
+    QPalette deAviso = avisocorte->palette();
+    deAviso.setColor(QPalette::Window, QColor(0xCF, 0xE2, 0xF7));
+    deAviso.setColor(QPalette::WindowText, Qt::black);
+    avisocorte->setPalette(deAviso);
+    avisocorte->hide();
+    derecha->addWidget(avisocorte);
+
+    lista = new GrillaTurnos(
+        QStringLiteral("lista"),
+        // At 1280 pixels arrival and attendance are seen without scrolling, also with a wide letter.
+        QStringLiteral("|^Hora|<Paciente               |<Cobertura|<Teléfonos         |<Motivo "
+                       "|>Caja $   |>Saldo $  |^Llegó|^Atend.|<Observaciones"),
+        this);
+    lista->setAcceptDrops(true);
+    lista->viewport()->setAcceptDrops(true);
+    derecha->addWidget(lista, 1);
+    derecha->addLayout(panelDetalle());
+    filas->addLayout(derecha, 1);
+    crearMenu();
+
+    tiempo = new QTimer(this);
+    tiempo->setObjectName(QStringLiteral("tiempo"));
+    resize(1090, 680);
+}
+
+QLayout *agendas::renglonTitulo()
+{
     fechaactiva = new QLabel(this);
     fechaactiva->setObjectName(QStringLiteral("fechaactiva"));
     QFont letra = fechaactiva->font();
     letra.setBold(true);
     letra.setPointSizeF(letra.pointSizeF() * 1.2);
     fechaactiva->setFont(letra);
-    derecha->addWidget(fechaactiva);
-    derecha->addWidget(barraOperaciones());
+    // A long date makes room for the buttons, not the other way round.
+    fechaactiva->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    buscar = operacion(
+        this,
+        QStringLiteral("buscar"),
+        tr("Bu&scar"),
+        QStringLiteral("edit-find"),
+        tr("Buscar los turnos de un paciente (Ctrl+F)"));
+    botagentodas = operacion(
+        this,
+        QStringLiteral("botagentodas"),
+        tr("&Todas"),
+        QStringLiteral("view-calendar-list"),
+        tr("Las agendas de todos los profesionales al mismo tiempo (Ctrl+T)"));
+    horarios = operacion(
+        this,
+        QStringLiteral("horarios"),
+        tr("&Horarios"),
+        QStringLiteral("view-calendar-week"),
+        tr("Días y horarios de atención del profesional (Ctrl+H)"));
+    auto *fila = new QHBoxLayout;
+    fila->setSpacing(4);
+    fila->addWidget(fechaactiva, 1);
+    fila->addWidget(buscar);
+    fila->addWidget(botagentodas);
+    fila->addWidget(horarios);
+    return fila;
+}
 
-    lista = new ui::Grilla(
-        QStringLiteral("lista"),
-        // At 1280 pixels arrival and attendance are seen without scrolling, also with a wide letter.
-        QStringLiteral("|^Hora|<Paciente         |<Cobertura|<Teléfonos         |<Motivo "
-                       "|>Caja $   |>Saldo $  |^Llegó|^Atend.|<Observaciones"),
-        this);
-    derecha->addWidget(lista, 1);
-
+QLayout *agendas::panelDetalle()
+{
     detalle = new QLabel(this);
     detalle->setObjectName(QStringLiteral("detalle"));
-    detalle->setFrameShape(QFrame::StyledPanel);
     detalle->setTextInteractionFlags(Qt::TextSelectableByMouse);
     detalle->setTextFormat(Qt::PlainText);
     detalle->setWordWrap(true);
     detalle->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     detalle->setMargin(ui::espacio);
-    // Four lines, and one of them may need a second.
-    detalle->setFixedHeight(5 * detalle->fontMetrics().lineSpacing() + 2 * ui::espacio + 4);
-    derecha->addWidget(detalle);
-    filas->addLayout(derecha, 1);
+    detalleordenes = new QPlainTextEdit(this);
+    detalleordenes->setObjectName(QStringLiteral("detalleordenes"));
+    detalleordenes->setAccessibleName(tr("Órdenes del paciente"));
+    detalleordenes->setReadOnly(true);
+    detalleordenes->setTabChangesFocus(true);
+    detalleordenes->hide();
+    auto *marco = new QScrollArea(this);
+    marco->setWidget(detalle);
+    marco->setWidgetResizable(true);
+    marco->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    marco->setFocusPolicy(Qt::NoFocus);
+    // An order whole, and the patient's facts with two of them in two lines.
+    const int alto = 7 * detalle->fontMetrics().lineSpacing() + 2 * ui::espacio + 4;
+    marco->setFixedHeight(alto);
+    detalleordenes->setFixedHeight(alto);
+    auto *fila = new QHBoxLayout;
+    fila->setSpacing(ui::espacio);
+    fila->addWidget(marco, 5);
+    fila->addWidget(detalleordenes, 4);
+    return fila;
+}
 
-    tiempo = new QTimer(this);
-    tiempo->setObjectName(QStringLiteral("tiempo"));
-    resize(1090, 680);
+void agendas::crearMenu()
+{
+    const auto crear = [this](QAction *&accion, const QString &nombre) {
+        accion = new QAction(this);
+        accion->setObjectName(nombre);
+        lista->addAction(accion);
+    };
+    // Without a text of its own it carries the button's, which changes with the row.
+    const auto deBoton = [&](QAction *&accion,
+                             const QString &nombre,
+                             QPushButton *boton,
+                             const QString &tecla,
+                             const QString &texto = {}) {
+        crear(accion, nombre);
+        accion->setIcon(boton->icon());
+        connect(accion, &QAction::triggered, boton, &QPushButton::click);
+        m_acciones.push_back({accion, boton, texto, tecla});
+    };
+    const auto separar = [this] {
+        auto *raya = new QAction(this);
+        raya->setSeparator(true);
+        lista->addAction(raya);
+    };
+    deBoton(menuasignar, QStringLiteral("menuasignar"), nuevo, tr("Ctrl+N"), tr("&Nuevo turno"));
+    deBoton(menuficha, QStringLiteral("menuficha"), atender, tr("F2"), tr("&Ficha del paciente"));
+    separar();
+    deBoton(menullego, QStringLiteral("menullego"), sinollego, tr("Ctrl+L"));
+    deBoton(menuatendido, QStringLiteral("menuatendido"), sinoatendido, tr("Ctrl+A"));
+    deBoton(menupagar, QStringLiteral("menupagar"), pagar, tr("Ctrl+G"), tr("Pa&gar el turno"));
+    separar();
+    deBoton(menuobser, QStringLiteral("menuobser"), modifobservacion, tr("F7"), tr("&Observaciones"));
+    deBoton(menumotivo, QStringLiteral("menumotivo"), modifmoticonsul, tr("F8"), tr("&Motivo de la consulta"));
+    deBoton(menuhora, QStringLiteral("menuhora"), modifhora, tr("F9"), tr("&Cambiar el día o la hora"));
+    crear(menucortar, QStringLiteral("menucortar"));
+    menucortar->setText(tr("Cor&tar el turno, para pasarlo") + QStringLiteral("\tCtrl+X"));
+    menucortar->setIcon(ui::icono(QStringLiteral("edit-cut")));
+    crear(menupegar, QStringLiteral("menupegar"));
+    menupegar->setText(tr("&Pegar el turno cortado") + QStringLiteral("\tCtrl+V"));
+    menupegar->setIcon(ui::icono(QStringLiteral("edit-paste")));
+    separar();
+    deBoton(menubloquear, QStringLiteral("menubloquear"), bloquear, tr("F6"));
+    deBoton(menueliminar, QStringLiteral("menueliminar"), liberar, tr("Supr"));
 }
 
 QWidget *agendas::panelIzquierdo()
@@ -118,7 +230,15 @@ QWidget *agendas::panelIzquierdo()
 
     fechadia = new CalendarioMes(panel);
     fechadia->setObjectName(QStringLiteral("fechadia"));
+    fechadia->setAceptaTurnos();
     columna->addWidget(fechadia);
+    proximolibre = operacion(
+        panel,
+        QStringLiteral("proximolibre"),
+        tr("Pró&ximo libre"),
+        QStringLiteral("go-next"),
+        tr("Los próximos días con horarios libres (F3)"));
+    columna->addWidget(proximolibre);
 
     auto *resumen = new QLabel(tr("&Resumen del día:"), panel);
     listatemp = new QListWidget(panel);
@@ -133,77 +253,124 @@ QWidget *agendas::panelIzquierdo()
 QWidget *agendas::barraOperaciones()
 {
     auto *barra = new QWidget(this);
-    auto *fila = new QHBoxLayout(barra);
-    fila->setContentsMargins(0, 0, 0, 0);
-    fila->setSpacing(4);
-    const auto poner = [&](QPushButton *&boton, auto &&...argumentos) {
-        boton = operacion(barra, argumentos...);
-        fila->addWidget(boton);
+    auto *renglones = new QVBoxLayout(barra);
+    renglones->setContentsMargins(0, 0, 0, 0);
+    renglones->setSpacing(4);
+    QHBoxLayout *fila = nullptr;
+    const auto renglon = [&] {
+        fila = new QHBoxLayout;
+        fila->setSpacing(4);
+        renglones->addLayout(fila);
     };
+    const auto poner = [&](QPushButton *&boton,
+                           const QString &nombre,
+                           const QString &texto,
+                           const char *icono,
+                           const QString &ayuda,
+                           const QKeySequence &tecla = {}) {
+        boton = operacion(barra, nombre, texto, QLatin1String(icono), ayuda);
+        fila->addWidget(boton);
+        if (!tecla.isEmpty())
+            atajo(tecla, boton);
+    };
+    // What is done with the appointment of a patient.
+    renglon();
     poner(
         nuevo,
         QStringLiteral("nuevo"),
         tr("&Nuevo"),
-        QStringLiteral("appointment-new"),
+        "appointment-new",
         tr("Asignar un turno en los horarios seleccionados (Enter o Ctrl+N)"));
     poner(
         sinollego,
         QStringLiteral("sinollego"),
         tr("&Llegó"),
-        QStringLiteral("checkmark"),
-        tr("El paciente llegó, o no (Ctrl+L)"));
+        "checkmark",
+        tr("El paciente llegó, o no (Ctrl+L)"),
+        QKeySequence(Qt::CTRL | Qt::Key_L));
     poner(
         sinoatendido,
         QStringLiteral("sinoatendido"),
         tr("&Atendido"),
-        QStringLiteral("task-complete"),
-        tr("El paciente fue atendido, o no (Ctrl+A)"));
+        "task-complete",
+        tr("El paciente fue atendido, o no (Ctrl+A)"),
+        QKeySequence(Qt::CTRL | Qt::Key_A));
     poner(
-        bloquear,
-        QStringLiteral("bloquear"),
-        tr("&Bloquear"),
-        QStringLiteral("object-locked"),
-        tr("No atender en los horarios libres seleccionados (F6)"));
+        atender,
+        QStringLiteral("atender"),
+        tr("&Ficha"),
+        "user-identity",
+        tr("Abrir la ficha del paciente (Enter o F2)"),
+        QKeySequence(Qt::Key_F2));
+    poner(
+        pagar,
+        QStringLiteral("pagar"),
+        tr("Pa&gar"),
+        "wallet-open",
+        tr("Registrar el pago del turno (Ctrl+G)"),
+        QKeySequence(Qt::CTRL | Qt::Key_G));
     poner(
         modifobservacion,
         QStringLiteral("modifobservacion"),
         tr("&Observ."),
-        QStringLiteral("draw-text"),
-        tr("Observaciones del turno (F7)"));
+        "draw-text",
+        tr("Observaciones del turno (F7)"),
+        QKeySequence(Qt::Key_F7));
     poner(
         modifmoticonsul,
         QStringLiteral("modifmoticonsul"),
         tr("&Motivo"),
-        QStringLiteral("tag"),
-        tr("Motivo de la consulta (F8)"));
+        "tag",
+        tr("Motivo de la consulta (F8)"),
+        QKeySequence(Qt::Key_F8));
     poner(
         modifhora,
         QStringLiteral("modifhora"),
         tr("&Cambiar"),
-        QStringLiteral("view-calendar-day"),
-        tr("Pasar el turno a otro día u horario (F9)"));
+        "view-calendar-day",
+        tr("Pasar el turno a otro día u horario (F9)"),
+        QKeySequence(Qt::Key_F9));
+    fila->addStretch(1);
+    // Their texts change with the row: the buttons beside them must not move below the pointer.
+    for (const auto &[boton, largo] :
+         {std::pair(sinollego, tr("No &llegó")), std::pair(sinoatendido, tr("No &atendido"))}) {
+        const QString corto = boton->text();
+        boton->setText(largo);
+        boton->setMinimumWidth(boton->sizeHint().width());
+        boton->setText(corto);
+    }
+    // What is done with hours, and with the whole day.
+    renglon();
+    poner(
+        bloquear,
+        QStringLiteral("bloquear"),
+        tr("&Bloquear"),
+        "object-locked",
+        tr("No atender en los horarios libres seleccionados (F6)"),
+        QKeySequence(Qt::Key_F6));
     poner(
         liberar,
         QStringLiteral("liberar"),
         tr("&Eliminar"),
-        QStringLiteral("edit-delete"),
-        tr("Eliminar los turnos seleccionados (Supr)"));
+        "edit-delete",
+        tr("Eliminar los turnos seleccionados (Supr)"),
+        QKeySequence(Qt::Key_Delete));
     fila->addStretch(1);
-    poner(
-        horarios,
-        QStringLiteral("horarios"),
-        tr("&Horarios"),
-        QStringLiteral("view-calendar-week"),
-        tr("Días y horarios de atención del profesional (Ctrl+H)"));
+    m_salidas = new QHBoxLayout;
+    m_salidas->setSpacing(4);
+    fila->addLayout(m_salidas);
 
-    atajo(QKeySequence(Qt::CTRL | Qt::Key_L), sinollego);
-    atajo(QKeySequence(Qt::CTRL | Qt::Key_A), sinoatendido);
-    atajo(QKeySequence(Qt::Key_F6), bloquear);
-    atajo(QKeySequence(Qt::Key_F7), modifobservacion);
-    atajo(QKeySequence(Qt::Key_F8), modifmoticonsul);
-    atajo(QKeySequence(Qt::Key_F9), modifhora);
-    atajo(QKeySequence(Qt::Key_Delete), liberar);
     atajo(QKeySequence(Qt::CTRL | Qt::Key_H), horarios);
+    atajo(QKeySequence(Qt::CTRL | Qt::Key_F), buscar);
+    atajo(QKeySequence(Qt::CTRL | Qt::Key_T), botagentodas);
+    atajo(QKeySequence(Qt::Key_F3), proximolibre);
+    atajo(QKeySequence(Qt::CTRL | Qt::Key_Home), hoy);
+    atajo(QKeySequence(Qt::CTRL | Qt::Key_X), [this] { menucortar->trigger(); });
+    atajo(QKeySequence(Qt::CTRL | Qt::Key_V), [this] { intentar([this] { pegar(); }); });
+    atajo(QKeySequence(Qt::CTRL | Qt::Key_Left), [this] { irA(fechadia->fecha().addDays(-1)); });
+    atajo(QKeySequence(Qt::CTRL | Qt::Key_Right), [this] { irA(fechadia->fecha().addDays(1)); });
+    atajo(QKeySequence(Qt::CTRL | Qt::Key_Down), [this] { irALibre(1); });
+    atajo(QKeySequence(Qt::CTRL | Qt::Key_Up), [this] { irALibre(-1); });
     return barra;
 }
 
@@ -213,6 +380,13 @@ void agendas::atajo(const QKeySequence &tecla, QPushButton *boton)
     suyo->setContext(Qt::WidgetWithChildrenShortcut);
     suyo->setAutoRepeat(false);
     connect(suyo, &QShortcut::activated, boton, [boton] { boton->click(); });
+}
+
+void agendas::atajo(const QKeySequence &tecla, const std::function<void()> &accion)
+{
+    auto *suyo = new QShortcut(tecla, this);
+    suyo->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(suyo, &QShortcut::activated, this, accion);
 }
 
 } // namespace agenda

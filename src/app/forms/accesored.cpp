@@ -3,6 +3,7 @@
 #include "app/Red.h"
 #include "base/Mensajes.h"
 #include "db/Entorno.h"
+#include "db/odbc/Target.h"
 #include "ui/Botones.h"
 #include "ui/Estilo.h"
 
@@ -151,11 +152,7 @@ bool accesored::preparar(const ui::Pedido &)
 {
     if (!m_red)
         return false;
-    nota->setText(
-        m_red->admiteServidor()
-            ? QString()
-            : tr("Esta versión del programa todavía no se conecta a SQL Server: los datos se pueden "
-                 "dejar anotados, pero no habrá base de datos con la que trabajar."));
+    nota->setText(m_red->admiteServidor() ? QString() : db::odbc::missingDriverText());
     // Its room is kept while it is hidden: the frame around the window does not grow with it.
     QSizePolicy lugar = nota->sizePolicy();
     lugar.setRetainSizeWhenHidden(!nota->text().isEmpty());

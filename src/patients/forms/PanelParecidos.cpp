@@ -1,6 +1,7 @@
 #include "patients/forms/PanelParecidos.h"
 
 #include "base/Fechas.h"
+#include "db/Error.h"
 #include "ui/Botones.h"
 #include "ui/Estilo.h"
 #include "ui/Grilla.h"
@@ -18,7 +19,7 @@ PanelParecidos::PanelParecidos(QWidget *parent)
           QStringLiteral(
               "|<Paciente                      |^Documento    |^Nacimiento   |<Por qué se muestra           ")))
     , usarparecido(
-          ui::boton(this, QStringLiteral("usarparecido"), tr("Es &este paciente"), QStringLiteral("checkmark")))
+          ui::boton(this, QStringLiteral("usarparecido"), tr("Es este pac&iente"), QStringLiteral("checkmark")))
 {
     setFrameShape(QFrame::StyledPanel);
     auto *rotulo = new QLabel(tr("¿No será uno de estos pacientes, que ya están cargados?"), this);
@@ -50,6 +51,17 @@ void PanelParecidos::mostrar(const std::vector<Parecido> &hallados)
     if (parecidos->filaActual() < 0)
         parecidos->elegirFila(0);
     setVisible(!hallados.empty());
+}
+
+bool PanelParecidos::buscar(db::Connection &conexion, const Conocido &conocido)
+{
+    const bool estaba = !isHidden();
+    try {
+        mostrar(buscarParecidos(conexion, conocido));
+    } catch (const db::Error &) {
+        mostrar({});
+    }
+    return estaba == isHidden();
 }
 
 void PanelParecidos::elegir()

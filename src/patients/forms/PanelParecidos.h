@@ -21,6 +21,9 @@ public:
     explicit PanelParecidos(QWidget *parent = nullptr);
 
     void mostrar(const std::vector<Parecido> &parecidos);
+    /// Looks for them and shows them; none where the search fails, as a hint is not worth a message while somebody
+    /// types. True when the panel came or went.
+    bool buscar(db::Connection &conexion, const Conocido &conocido);
 
     ui::Grilla *parecidos;
     QPushButton *usarparecido;

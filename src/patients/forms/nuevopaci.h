@@ -4,7 +4,6 @@
 #include "ui/Ventana.h"
 
 class QComboBox;
-class QFormLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -17,6 +16,7 @@ namespace patients {
 
 struct Conocido;
 class FormularioAmplio;
+class FormularioReducido;
 class PanelParecidos;
 
 /// Stores a new patient: in the reduced form with the few data that are known at the counter or on the telephone, in
@@ -50,16 +50,13 @@ public:
     QPushButton *cancelar;
 
 private:
-    [[nodiscard]] QWidget *crearReducido();
-    [[nodiscard]] DatosReducidos leer() const;
     [[nodiscard]] Conocido conocido() const;
     void cambiarForma();
     void save();
-    void limitarLargos();
     void buscarIguales();
 
     QStackedWidget *m_formas;
-    QFormLayout *m_campos;
+    FormularioReducido *m_reducido;
     FormularioAmplio *m_amplio;
     PanelParecidos *m_parecidos;
     QTimer *m_pausa;

@@ -1,33 +1,18 @@
 #include "Escenas.h"
+#include "agenda/OrdenesTurno.h"
+#include "db/Connection.h"
 
+#include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
-#include <QPlainTextEdit>
 
 namespace pantallas {
 
 namespace {
 
 const QString agendas = QStringLiteral("agendas");
-const QString booking = QStringLiteral("agendanuevoturno");
-const QString chooser = QStringLiteral("elecpaci");
 const QString taken = QStringLiteral("11:20"); ///< arrived and waiting, with an extra appointment
 const QString libre = QStringLiteral("16:20");
-
-void reservar(Escena &e)
-{
-    e.abrirAgenda(libre);
-    e.pulsar(agendas, QStringLiteral("nuevo"));
-    e.pulsar(booking, QStringLiteral("elegirpaciente"));
-    e.escribir(chooser, QStringLiteral("apellidoredu"), QStringLiteral("fern"));
-    e.tecla(chooser, QStringLiteral("apellidoredu"), Qt::Key_Return);
-    if (auto *lista = e.control<ui::Grilla>(chooser, QStringLiteral("listapaci")))
-        lista->elegirFila(0);
-    e.pulsar(chooser, QStringLiteral("aceptar"));
-    if (auto *motivo = e.control<QComboBox>(booking, QStringLiteral("motivo")))
-        motivo->setCurrentText(QStringLiteral("Control de salud"));
-    if (auto *texto = e.control<QPlainTextEdit>(booking, QStringLiteral("observacionestur")))
-        texto->setPlainText(QStringLiteral("Primera vez. Trae estudios."));
-}
 
 const QString horarios = QStringLiteral("agendahorarios");
 const QString noLaborables = QStringLiteral("agendasnolabo");
@@ -71,6 +56,33 @@ void abrirNoLaborables(Escena &e)
     e.pulsar(horarios, QStringLiteral("nolabo"));
 }
 
+/// An appointment of this day whose patient has orders with sessions left.
+qint64 turnoConSesiones(Escena &e)
+{
+    const db::Rows filas = e.consultorio().conexion().query(
+        QStringLiteral("SELECT id,NroHC FROM [Agenda Turnos] WHERE llegado <> 0 ORDER BY id DESC"));
+    for (int i = 0; i < filas->rowCount(); ++i)
+        if (agenda::ordenesConSesiones(e.consultorio().conexion(), int(filas->integer(i, 1))).size() > 1)
+            return filas->integer(i, 0);
+    return 0;
+}
+
+void elegirOrden(Escena &e)
+{
+    const qint64 turno = turnoConSesiones(e);
+    e.ventanas().abrir(agendas, {{{QStringLiteral("id"), turno}}, {}}, &e.marco());
+    e.ventanas().abrir(QStringLiteral("agendaordenes"), {{{QStringLiteral("id"), turno}}, {}}, &e.marco());
+}
+
+/// An appointment that is being passed to another hour.
+void cortarYElegir(Escena &e)
+{
+    e.abrirAgenda(taken);
+    if (auto *cortar = e.control<QAction>(agendas, QStringLiteral("menucortar")))
+        cortar->trigger();
+    e.elegir(agendas, QStringLiteral("lista"), 0, libre);
+}
+
 std::function<void(Escena &)> deTurno(const QString &boton)
 {
     return [boton](Escena &e) {
@@ -85,7 +97,6 @@ std::vector<Pantalla> escenasDeAgenda()
 {
     return {
         {agendas, [](Escena &e) { e.abrirAgenda(taken); }},
-        {booking, reservar},
         {horarios, abrirHorarios},
         {QStringLiteral("agendahorarios2"), plantillaNueva},
         {noLaborables,
@@ -107,9 +118,17 @@ std::vector<Pantalla> escenasDeAgenda()
              abrirNoLaborables(e);
              e.pulsar(noLaborables, QStringLiteral("feriados"));
          }},
-        {QStringLiteral("agendamodifturno"), deTurno(QStringLiteral("modifhora"))},
         {QStringLiteral("agendamotivo"), deTurno(QStringLiteral("modifmoticonsul"))},
         {QStringLiteral("agendaobservacion"), deTurno(QStringLiteral("modifobservacion"))},
+        {QStringLiteral("agendalibres"),
+         [](Escena &e) {
+             e.abrirAgenda(libre);
+             e.pulsar(agendas, QStringLiteral("proximolibre"));
+             if (auto *todos = e.control<QCheckBox>(QStringLiteral("agendalibres"), QStringLiteral("detodos")))
+                 todos->setChecked(true);
+         }},
+        {QStringLiteral("agendaordenes"), elegirOrden},
+        {QStringLiteral("agenda-cortar"), cortarYElegir},
         {QStringLiteral("mensaje-eliminar"),
          [](Escena &e) { e.abrirAgenda(taken); },
          [](Escena &e, base::Mensajes &) { e.pulsar(agendas, QStringLiteral("liberar")); }},

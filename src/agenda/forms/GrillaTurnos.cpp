@@ -1,0 +1,152 @@
+#include "agenda/forms/GrillaTurnos.h"
+
+#include "agenda/forms/Arrastre.h"
+
+#include <QApplication>
+#include <QDrag>
+#include <QDragEnterEvent>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPointer>
+#include <QScrollBar>
+
+namespace agenda {
+
+namespace {
+
+/// Height of the strips at the top and bottom over which dragging scrolls.
+constexpr int franja = 18;
+
+/// What hangs on the pointer: the row's hour and patient.
+QPixmap etiqueta(const QString &texto, const QWidget &de)
+{
+    const QFontMetrics letra = de.fontMetrics();
+    QPixmap imagen(QSize(letra.horizontalAdvance(texto) + 16, letra.height() + 8) * de.devicePixelRatioF());
+    imagen.setDevicePixelRatio(de.devicePixelRatioF());
+    imagen.fill(de.palette().color(QPalette::Highlight));
+    QPainter pintor(&imagen);
+    pintor.setFont(de.font());
+    pintor.setPen(de.palette().color(QPalette::HighlightedText));
+    pintor.drawText(QRect(QPoint(0, 0), imagen.deviceIndependentSize().toSize()), Qt::AlignCenter, texto);
+    return imagen;
+}
+
+} // namespace
+
+qint64 GrillaTurnos::claveEn(QPoint lugar) const
+{
+    const QModelIndex index = indexAt(lugar);
+    return index.isValid() ? modelo().clave(index.row()) : 0;
+}
+
+void GrillaTurnos::mousePressEvent(QMouseEvent *event)
+{
+    m_prensado = 0;
+    if (event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier) {
+        const qint64 clave = claveEn(event->position().toPoint());
+        if (clave != 0 && m_arrastrable && m_arrastrable(clave))
+            m_prensado = clave;
+        m_desde = event->position().toPoint();
+    }
+    Grilla::mousePressEvent(event);
+}
+
+void GrillaTurnos::mouseMoveEvent(QMouseEvent *event)
+{
+    if (m_prensado == 0 || !(event->buttons() & Qt::LeftButton)) {
+        Grilla::mouseMoveEvent(event);
+        return;
+    }
+    if ((event->position().toPoint() - m_desde).manhattanLength() >= QApplication::startDragDistance())
+        arrastrar(std::exchange(m_prensado, 0));
+}
+
+void GrillaTurnos::mouseReleaseEvent(QMouseEvent *event)
+{
+    m_prensado = 0;
+    Grilla::mouseReleaseEvent(event);
+}
+
+void GrillaTurnos::arrastrar(qint64 id)
+{
+    const int fila = modelo().filaDe(id);
+    if (fila < 0)
+        return;
+    const QPointer<GrillaTurnos> sigue(this);
+    auto *arrastre = new QDrag(this);
+    arrastre->setMimeData(mimeDeTurno(id));
+    arrastre->setPixmap(
+        etiqueta(modelo().textoCelda(fila, 0) + QStringLiteral("  ") + modelo().textoCelda(fila, 1), *this));
+    arrastre->setHotSpot(QPoint(-12, 8));
+    m_arrastrando = true;
+    arrastre->exec(Qt::MoveAction);
+    if (!sigue)
+        return;
+    m_arrastrando = false;
+    setDestino(0);
+    setState(NoState);
+}
+
+void GrillaTurnos::setDestino(qint64 clave)
+{
+    if (std::exchange(m_destino, clave) != clave)
+        viewport()->update();
+}
+
+void GrillaTurnos::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (turnoDe(event->mimeData()) != 0)
+        event->acceptProposedAction();
+    else
+        event->ignore();
+}
+
+void GrillaTurnos::dragMoveEvent(QDragMoveEvent *event)
+{
+    const QPoint lugar = event->position().toPoint();
+    if (lugar.y() < franja)
+        verticalScrollBar()->setValue(verticalScrollBar()->value() - 1);
+    else if (lugar.y() > viewport()->height() - franja)
+        verticalScrollBar()->setValue(verticalScrollBar()->value() + 1);
+    const qint64 clave = claveEn(lugar);
+    const bool sirve = turnoDe(event->mimeData()) != 0 && clave != 0 && (!m_esDestino || m_esDestino(clave));
+    setDestino(sirve ? clave : 0);
+    if (sirve)
+        event->acceptProposedAction();
+    else
+        event->ignore();
+}
+
+void GrillaTurnos::dragLeaveEvent(QDragLeaveEvent *event)
+{
+    setDestino(0);
+    event->accept();
+}
+
+void GrillaTurnos::dropEvent(QDropEvent *event)
+{
+    const qint64 id = turnoDe(event->mimeData()), clave = claveEn(event->position().toPoint());
+    setDestino(0);
+    if (id == 0 || clave == 0 || (m_esDestino && !m_esDestino(clave))) {
+        event->ignore();
+        return;
+    }
+    event->acceptProposedAction();
+    // A question must not be asked while the pointer still holds what it dragged.
+    QMetaObject::invokeMethod(
+        this, [this, id, clave] { emit soltado(id, clave); }, Qt::QueuedConnection);
+}
+
+void GrillaTurnos::paintEvent(QPaintEvent *event)
+{
+    Grilla::paintEvent(event);
+    const int fila = m_destino == 0 ? -1 : modelo().filaDe(m_destino);
+    if (fila < 0)
+        return;
+    QPainter pintor(viewport());
+    pintor.setPen(QPen(palette().color(QPalette::Highlight), 2));
+    pintor.drawRect(QRect(1, rowViewportPosition(fila) + 1, viewport()->width() - 3, rowHeight(fila) - 2));
+}
+
+} // namespace agenda

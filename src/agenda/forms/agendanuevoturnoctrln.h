@@ -1,0 +1,62 @@
+#pragma once
+
+#include "ui/Ventana.h"
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QPlainTextEdit;
+class QPushButton;
+class QTimer;
+
+namespace patients {
+class FormularioReducido;
+class PanelParecidos;
+} // namespace patients
+
+namespace agenda {
+
+class PanelReserva;
+
+/// Books for a patient who is created on the spot, both at once or neither. Opened as `agendanuevoturno` is, with
+/// "apellido" as a first guess. Finishes with "nrohc", "nombre", "numehistoria" and, of the first time booked, "fecha"
+/// (QDateTime) and "id". When the patient turns out to exist the booking goes on in `agendanuevoturno`: opened from
+/// there, it finishes without "id" but with "turnos", "motivo" and "observacionestur" as typed.
+class agendanuevoturnoctrln : public ui::Ventana
+{
+    Q_OBJECT
+
+public:
+    agendanuevoturnoctrln(db::Entorno &entorno, ui::Ventanas &ventanas);
+
+    bool preparar(const ui::Pedido &pedido) override;
+    void refrescar() override;
+    [[nodiscard]] bool hayCambios() const override;
+
+    patients::FormularioReducido *formulario;
+    patients::PanelParecidos *parecidos;
+    QLabel *profesional;
+    QListWidget *listaturnos;
+    QPushButton *agregarturno;
+    QLineEdit *nuevoturno;
+    QPushButton *agregarescrito;
+    QComboBox *motivo;
+    QPlainTextEdit *observacionestur;
+    QPushButton *guardar;
+    QPushButton *cancelar;
+
+private:
+    void construir();
+    void elegirHora();
+    void seguirCon(int nrohc, const QString &nombre);
+    void save();
+    [[nodiscard]] QStringList huella() const;
+
+    PanelReserva *m_panel;
+    QTimer *m_pausa;
+    int m_doctor = 0;
+    QStringList m_inicial; ///< what stood in the fields before the person typed
+};
+
+} // namespace agenda
