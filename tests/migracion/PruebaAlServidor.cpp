@@ -133,7 +133,7 @@ private slots:
         const auto hecho = practica.alServidor(false);
         QVERIFY2(hecho.tipo == Tipo::Hecha, qPrintable(hecho.motivo));
         const auto remota = practica.remota();
-        remota->execute(u"INSERT INTO [Lista Doctores] (NomDoc,tipo) VALUES ('Juan Pérez',0)"_qs);
+        remota->execute(u"INSERT INTO [Lista Doctores] (NomDoc,tipo) VALUES (?,0)"_qs, {u"Juan Pérez"_qs});
         QCOMPARE(remota->insertedId(), 20);
         QCOMPARE(remota->query(u"SELECT id FROM [CIE10] WHERE id = 2"_qs)->rowCount(), 1);
         QCOMPARE(leer(soporte::plantilla()), antes);
