@@ -56,6 +56,7 @@ struct ServerStatement {
     struct Parameter {
         int number = 0; ///< from 1
         db::sql::Kind kind = db::sql::Kind::Unknown;
+        bool compared = false; ///< not written
         bool bit = false; ///< compared with one
     };
     std::vector<Parameter> parameters;
@@ -109,7 +110,7 @@ private:
 
     [[nodiscard]] const db::Column *columnOf(const QString &table, const QString &column) const;
     [[nodiscard]] const QVector<db::Column> &columnsOf(const QString &table) const;
-    void wants(const Expr &parameter, Kind kind, bool bit = false);
+    void wants(const Expr &parameter, Kind kind, bool compared, bool bit = false);
     Expr caseExpression();
     Expr dateFunction(const QString &function, const Token &name);
     Expr conversion(bool cast);

@@ -134,7 +134,7 @@ void ServerParser::liked(const Expr &left, const Expr &pattern, int position)
 {
     if (left.kind == Kind::Date || left.kind == Kind::Number)
         failSyntax(QStringLiteral("LIKE de lo que no es un texto: falta convertirlo"), position);
-    wants(pattern, Kind::Text);
+    wants(pattern, Kind::Text, true);
     // It keeps accents apart, which the embedded engine does not.
     const bool letters = !pattern.literal
         || std::any_of(pattern.literal->cbegin(), pattern.literal->cend(), [](QChar c) { return c.isLetter(); });
@@ -142,10 +142,10 @@ void ServerParser::liked(const Expr &left, const Expr &pattern, int position)
         failSyntax(QStringLiteral("LIKE que distingue acentos: falta COLLATE"), position);
 }
 
-void ServerParser::wants(const Expr &parameter, Kind kind, bool bit)
+void ServerParser::wants(const Expr &parameter, Kind kind, bool compared, bool bit)
 {
     if (parameter.parameter > 0 && kind != Kind::Unknown && kind != Kind::Null)
-        m_result.parameters.push_back({parameter.parameter, kind, bit});
+        m_result.parameters.push_back({parameter.parameter, kind, compared, bit});
 }
 
 void ServerParser::pair(Expr &left, Expr &right, int position)
@@ -153,7 +153,7 @@ void ServerParser::pair(Expr &left, Expr &right, int position)
     if ((left.traits | right.traits) & Long)
         failSyntax(QStringLiteral("Comparación de un texto largo: falta convertirlo"), position);
     for (const auto &[one, other] : {std::pair(&left, &right), std::pair(&right, &left)}) {
-        wants(*one, other->kind, other->traits & Bit);
+        wants(*one, other->kind, true, other->traits & Bit);
         // The server turns the text into the other kind, row by row, and stops at the first one that is none.
         if (one->kind == Kind::Text && !one->literal && (other->kind == Kind::Number || other->kind == Kind::Date))
             failSyntax(QStringLiteral("Comparación de un texto con lo que no es un texto"), position);
@@ -171,7 +171,7 @@ void ServerParser::assigned(const QString &table, const QString &column, Expr &v
     if (!into)
         return;
     const Kind kind = columnKind(table, column).value_or(Kind::Unknown);
-    wants(value, kind);
+    wants(value, kind, false);
     if (value.kind == Kind::Text && !value.literal && (kind == Kind::Number || kind == Kind::Date))
         failSyntax(QStringLiteral("Texto en una columna de otro tipo"), position);
     if (into->type == db::Type::Flag) {

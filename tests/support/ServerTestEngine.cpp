@@ -37,7 +37,8 @@ void checkParameters(const std::vector<ServerStatement::Parameter> &wanted, cons
             refuse(QStringLiteral("Un valor que no es un número, donde se espera uno."));
         if (parameter.kind == Kind::Date && !isMoment)
             refuse(QStringLiteral("Un valor que no es una fecha, donde se espera una."));
-        if (parameter.kind == Kind::Text && (isMoment || inexact || type == QMetaType::Bool))
+        if (parameter.kind == Kind::Text && !isText
+            && (parameter.compared || isMoment || inexact || type == QMetaType::Bool))
             refuse(QStringLiteral("Un valor que no es un texto, donde se espera uno."));
         if (parameter.bit && (type == QMetaType::Bool || (value.toInt() != 0 && value.toInt() != 1)))
             refuse(QStringLiteral("Una bandera vale 1 o 0: se compara con \"<> 0\"."));
