@@ -160,7 +160,36 @@ Hallazgo Modulo::examinarRuta(const Ruta &ruta) const
     }
 }
 
+<<<<<<< HEAD
+TrabajoTraslado Modulo::traslado(const PedidoTraslado &pedido) const
+{
+    const Destino nuevo = destinoDe(pedido.ruta, m_carpetaPrograma);
+    if (pedido.clase == PedidoTraslado::Clase::AlArchivo) {
+        const db::ConnectionString cadena(nuevo.cadenaConexion());
+        const db::migracion::PedidoAlArchivo suyo{
+            .cadenaOrigen = m_destino.cadenaConexion(),
+            .destino = {nuevo.archivo, cadena.value(u"Jet OLEDB:Database Password")},
+            .apartar = pedido.apartar,
+            .esquema = esquemaCompleto(),
+            .motores = m_engines};
+        return [suyo](db::migracion::Seguimiento &seguimiento) { return db::migracion::alArchivo(suyo, seguimiento); };
+    }
+    Destino origen = m_destino;
+    if (pedido.clase == PedidoTraslado::Clase::BaseVacia) {
+        origen = {};
+        origen.archivo = m_carpetaPrograma + QStringLiteral("/Datos_Vacio.mdb");
+    }
+    const db::migracion::PedidoAlServidor suyo{
+        .cadenaOrigen = origen.cadenaConexion(),
+        .datosActuales = pedido.clase == PedidoTraslado::Clase::DatosActuales,
+        .servidor = {nuevo.nombreServidor, nuevo.usuarioServidor, nuevo.claveServidor},
+        .esquema = esquemaCompleto(),
+        .motores = m_engines};
+    return [suyo](db::migracion::Seguimiento &seguimiento) { return db::migracion::alServidor(suyo, seguimiento); };
+}
+=======
 bool Modulo::admiteServidor() const { return m_engines.has(QStringLiteral("SQLOLEDB")) && db::OdbcEngine::available(); }
+>>>>>>> 1b89630e609f7441992d624528aedce00025a0b7
 
 void Modulo::prepararBase()
 {

@@ -38,6 +38,15 @@ QString dondeEsta(const Ruta &ruta, const QString &carpetaPrograma)
 
 } // namespace
 
+TrabajoTraslado CambioDeRuta::traslado(const PedidoTraslado &) const
+{
+    return [](db::migracion::Seguimiento &) {
+        return db::migracion::Desenlace{
+            db::migracion::Desenlace::Tipo::Rechazada,
+            QStringLiteral("Esta versión del programa todavía no se conecta a SQL Server.")};
+    };
+}
+
 Hallazgo examinarBase(db::Connection &conexion)
 {
     const bool servidor = conexion.dialect().kind() == db::Dialect::Kind::SqlServer;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/Comprobador.h"
+#include "app/Migracion.h"
 #include "app/Ruta.h"
 #include "base/Rechazo.h"
 
@@ -31,6 +32,8 @@ public:
     [[nodiscard]] virtual Hallazgo examinarRuta(const Ruta &ruta) const = 0;
     /// Whether this computer has what it takes to work on a SQL Server.
     [[nodiscard]] virtual bool admiteServidor() const = 0;
+    /// The work that a request means to this program. The one of a program without servers refuses it.
+    [[nodiscard]] virtual TrabajoTraslado traslado(const PedidoTraslado &pedido) const;
 };
 
 /// Whether a connection leads to a database of this system, and how big it is.

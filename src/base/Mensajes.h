@@ -20,6 +20,12 @@ public:
     /// A Sí/No question; true for Sí. Closing the box counts as No. `porDefecto` is the button that Enter presses.
     [[nodiscard]] virtual bool pregunta(const QString &titulo, const QString &texto, bool porDefecto = true) = 0;
 
+    /// An Aceptar/Cancelar question before something long begins; true for Aceptar. Closing the box counts as Cancelar.
+    [[nodiscard]] virtual bool confirmar(const QString &titulo, const QString &texto)
+    {
+        return pregunta(titulo, texto);
+    }
+
     /// A line of text; empty optional when cancelled.
     [[nodiscard]] virtual std::optional<QString>
     pedirTexto(const QString &titulo, const QString &texto, const QString &inicial = {}) = 0;

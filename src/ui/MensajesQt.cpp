@@ -82,6 +82,18 @@ bool MensajesQt::pregunta(const QString &titulo, const QString &texto, bool porD
     return caja.clickedButton() == si;
 }
 
+bool MensajesQt::confirmar(const QString &titulo, const QString &texto)
+{
+    QMessageBox caja(sobre());
+    componer(caja, titulo, texto, base::Icono::Pregunta);
+    QPushButton *aceptar = caja.addButton(QStringLiteral("&Aceptar"), QMessageBox::AcceptRole);
+    QPushButton *cancelar = caja.addButton(QStringLiteral("&Cancelar"), QMessageBox::RejectRole);
+    caja.setDefaultButton(aceptar);
+    caja.setEscapeButton(cancelar);
+    caja.exec();
+    return caja.clickedButton() == aceptar;
+}
+
 std::optional<QString> MensajesQt::pedirTexto(const QString &titulo, const QString &texto, const QString &inicial)
 {
     return pedir(titulo, texto, inicial, QLineEdit::Normal);

@@ -11,6 +11,7 @@ class MensajesQt final : public base::Mensajes
 public:
     void mensaje(const QString &titulo, const QString &texto, base::Icono icono) override;
     bool pregunta(const QString &titulo, const QString &texto, bool porDefecto) override;
+    bool confirmar(const QString &titulo, const QString &texto) override;
     std::optional<QString> pedirTexto(const QString &titulo, const QString &texto, const QString &inicial) override;
     std::optional<QString> pedirClave(const QString &titulo, const QString &texto) override;
     std::optional<QString> elegirArchivo(const QString &titulo, const QString &carpeta, const QString &filtro) override;

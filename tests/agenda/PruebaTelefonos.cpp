@@ -49,7 +49,7 @@ private slots:
         base.guion.esperarPregunta("Confirmación...", pregunta, true);
         QVERIFY(*eliminarTelefono(base, *otro));
         QCOMPARE(
-            base.valor("SELECT accion FROM [Historial] WHERE ventana = 'Teléfonos'"),
+            base.valor("SELECT accion FROM [Historial] WHERE ventana = ?", {"Teléfonos"}),
             QString("Se eliminó a 'D'Alessio, gas' de la lista de teléfonos."));
 
         base.quitarDerecho("accesoagendas");

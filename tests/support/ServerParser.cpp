@@ -39,15 +39,17 @@ const QStringList &catalogColumns()
         QStringLiteral("data_type"),
         QStringLiteral("table_type"),
         QStringLiteral("object_id"),
+        QStringLiteral("parent_object_id"),
+        QStringLiteral("parent_column_id"),
         QStringLiteral("name")};
     return columns;
 }
 
 } // namespace
 
-ServerParser::ServerParser(QStringView statement, Lookup lookup)
+ServerParser::ServerParser(QStringView statement, ServerCatalog &catalog)
     : Parser(statement, serverRules())
-    , m_lookup(std::move(lookup))
+    , m_catalog(catalog)
 {
 }
 
@@ -61,16 +63,30 @@ Translated ServerParser::statement()
 {
     if (peek().isWord(u"select"))
         return select();
-    if (peek().isWord(u"insert"))
+    if (peek().isWord(u"insert")) {
+        noteInsert();
         return insert();
+    }
     if (peek().isWord(u"update"))
         return update();
     if (peek().isWord(u"delete"))
         return deletion(false);
     if (peek().isWord(u"alter"))
         return alter();
+    if (peek().isWord(u"drop") && peek(1).isWord(u"database")) {
+        base(ServerErrand::Kind::DropBase);
+        return {};
+    }
     if (peek().isWord(u"drop"))
         return drop();
+    if (peek().isWord(u"set")) {
+        session();
+        return {};
+    }
+    if (peek().isWord(u"dbcc")) {
+        reseed();
+        return {};
+    }
     if (peek().isWord(u"create"))
         return create();
     if (peek().isWord(u"if"))
@@ -111,6 +127,8 @@ Expr ServerParser::combine(Operator op, Expr left, Expr right, int position)
         if (left.kind == Kind::Number || right.kind == Kind::Number || left.kind == Kind::Date
             || right.kind == Kind::Date)
             failSyntax(QStringLiteral("\"+\" de un texto y otra cosa: falta convertirla"), position);
+        if ((left.traits | right.traits) & Long)
+            failSyntax(QStringLiteral("\"+\" de un texto largo: falta convertirlo"), position);
         Expr result;
         result.sql = operand(left) + " || " + operand(right);
         result.kind = Kind::Text;
@@ -156,8 +174,12 @@ Expr ServerParser::caseExpression()
     while (accept(u"when")) {
         const int next = position();
         Expr test = subject.isEmpty() ? condition() : value();
-        if (!subject.isEmpty())
+        if (!subject.isEmpty()) {
             fit(test, kind, next);
+            Expr chosen;
+            chosen.kind = kind;
+            pair(chosen, test, next);
+        }
         tests.push_back(test.sql);
         expect(u"then");
         branches.push_back(value());
@@ -220,14 +242,25 @@ std::optional<Kind> ServerParser::columnKind(const QString &table, const QString
 {
     if (table.contains(u'.'))
         return catalogColumns().contains(column.toLower()) ? std::optional(Kind::Text) : std::nullopt;
-    auto known = m_tables.constFind(table.toLower());
-    if (known == m_tables.cend())
-        known = m_tables.insert(table.toLower(), m_lookup(table));
-    for (const db::Column &candidate : *known) {
+    const db::Column *found = columnOf(table, column);
+    return found ? std::optional(kindOf(found->type)) : std::nullopt;
+}
+
+const QVector<db::Column> &ServerParser::columnsOf(const QString &table) const
+{
+    auto known = m_tables.find(table.toLower());
+    if (known == m_tables.end())
+        known = m_tables.insert(table.toLower(), m_catalog.columnsOf(table));
+    return *known;
+}
+
+const db::Column *ServerParser::columnOf(const QString &table, const QString &column) const
+{
+    for (const db::Column &candidate : columnsOf(table)) {
         if (candidate.name.compare(column, Qt::CaseInsensitive) == 0)
-            return kindOf(candidate.type);
+            return &candidate;
     }
-    return std::nullopt;
+    return nullptr;
 }
 
 void ServerParser::fit(Expr &expr, Kind kind, int position)
@@ -275,8 +308,10 @@ void ServerParser::checkNestedOrder(int position)
 QByteArray ServerParser::tableReference(QString &name)
 {
     name = identifier();
-    if (!acceptSymbol(u"."))
+    if (!acceptSymbol(u".")) {
+        hints();
         return quoted(name);
+    }
     const QString schema = name.toLower();
     const QString view = identifier();
     if (schema == u"dbo") {
@@ -293,14 +328,38 @@ QByteArray ServerParser::tableReference(QString &name)
     else if (full == u"information_schema.tables")
         sql = "(SELECT name COLLATE NOCASE AS TABLE_NAME, 'BASE TABLE' AS TABLE_TYPE FROM sqlite_master WHERE type = "
               "'table' AND name NOT LIKE 'sqlite[_]%')";
+    else if (full == u"sys.databases") {
+        for (const QString &base : m_catalog.bases())
+            sql += (sql.isEmpty() ? "(SELECT " : " UNION ALL SELECT ") + textLiteral(base) + " COLLATE NOCASE AS name";
+        sql = (sql.isEmpty() ? QByteArray("(SELECT NULL AS name WHERE 0") : sql) + ')';
+    } else if (full == u"sys.tables")
+        sql = "(SELECT name COLLATE NOCASE AS name, name COLLATE NOCASE AS object_id FROM sqlite_master WHERE type = "
+              "'table' AND name NOT LIKE 'sqlite[_]%' AND name NOT LIKE 'motor[_]%')";
+    else if (full == u"sys.columns")
+        sql = "(SELECT m.name COLLATE NOCASE AS object_id, c.name COLLATE NOCASE AS name, c.cid AS column_id FROM "
+              "sqlite_master AS m, pragma_table_info(m.name) AS c WHERE m.type = 'table')";
+    else if (full == u"sys.index_columns")
+        sql = "(SELECT m.name COLLATE NOCASE AS object_id, l.name AS index_id, c.cid AS column_id, c.seqno + 1 AS "
+              "key_ordinal FROM sqlite_master AS m, pragma_index_list(m.name) AS l, pragma_index_info(l.name) AS c "
+              "WHERE m.type = 'table')";
     else if (full == u"sys.indexes")
         // The engine's index names begin with their table's.
-        sql = "(SELECT tbl_name COLLATE NOCASE AS object_id, replace(substr(name, length(tbl_name) + 2), ' ', '_') "
-              "COLLATE NOCASE AS name FROM sqlite_master WHERE type = 'index')";
+        sql = "(SELECT m.name COLLATE NOCASE AS object_id, l.name AS index_id, replace(substr(l.name, length(m.name) + "
+              "2), ' ', '_') COLLATE NOCASE AS name, l.\"unique\" AS is_unique, (l.origin = 'pk' OR "
+            + QByteArray(
+                  m_catalog.columnsOf(QStringLiteral("motor_restricciones")).isEmpty()
+                      ? "0"
+                      : "substr(l.name, length(m.name) + 2) IN (SELECT nombre FROM motor_restricciones)")
+            + ") AS is_primary_key FROM sqlite_master AS m, pragma_index_list(m.name) AS l WHERE m.type = 'table')";
+    else if (full == u"sys.default_constraints")
+        sql = "(SELECT 'DF_' || m.name || '_' || c.name COLLATE NOCASE AS name, m.name COLLATE NOCASE AS "
+              "parent_object_id, c.name COLLATE NOCASE AS parent_column_id FROM sqlite_master AS m, "
+              "pragma_table_info(m.name) AS c WHERE m.type = 'table' AND c.dflt_value IS NOT NULL)";
     else
         fail(QStringLiteral("Tabla desconocida \"%1\"").arg(full));
-    sql += " AS " + quoted(view);
-    name = view;
+    // An alias of the statement's own takes this one's place.
+    if (!peek().isWord(u"as") && !atIdentifier())
+        sql += " AS " + quoted(view);
     return sql;
 }
 

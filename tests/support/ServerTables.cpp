@@ -6,6 +6,10 @@ using namespace db::sql;
 
 Translated ServerParser::create()
 {
+    if (peek(1).isWord(u"database")) {
+        base(ServerErrand::Kind::CreateBase);
+        return {};
+    }
     expect(u"create");
     if (accept(u"table")) {
         db::Table table;
@@ -17,7 +21,9 @@ Translated ServerParser::create()
         return {};
     }
     const bool unique = accept(u"unique");
-    if (!accept(u"clustered"))
+    if (accept(u"clustered"))
+        m_result.clustered = peek(3).text; // INDEX name ON table
+    else
         accept(u"nonclustered");
     return createIndex(unique);
 }
@@ -127,12 +133,24 @@ db::Column ServerParser::columnDefinition(db::Table &table)
 
 Translated ServerParser::alter()
 {
+    if (peek(1).isWord(u"database")) {
+        alterBase();
+        return {};
+    }
     expect(u"alter");
     expect(u"table");
     const QString name = identifier();
+    if (peek().isWord(u"add") && peek(1).isWord(u"constraint"))
+        return constraint(name);
     if (accept(u"drop")) {
+        m_result.dropFrom = name;
+        if (accept(u"constraint")) {
+            m_result.droppedConstraint = identifier();
+            return {};
+        }
         expect(u"column");
-        return {"ALTER TABLE " + quoted(name) + " DROP COLUMN " + quoted(identifier()), false, {}};
+        m_result.droppedColumn = identifier();
+        return {"ALTER TABLE " + quoted(name) + " DROP COLUMN " + quoted(m_result.droppedColumn), false, {}};
     }
     expect(u"add");
     db::Table added;

@@ -4,6 +4,7 @@
 #include "app/forms/accesored.h"
 #include "app/forms/acerca.h"
 #include "app/forms/ayuda.h"
+#include "app/forms/migracion.h"
 #include "maintenance/forms/Registro.h"
 #include "patients/forms/Registro.h"
 #include "printing/forms/Registro.h"
@@ -16,6 +17,9 @@ void registrarVentanas(db::Entorno &entorno, ui::Ventanas &ventanas, CambioDeRut
 {
     ventanas.registrar(QStringLiteral("accesored"), ui::Modo::Marco, [&entorno, &ventanas, red] {
         return new accesored(entorno, ventanas, red);
+    });
+    ventanas.registrar(QStringLiteral("migracion"), ui::Modo::Dialogo, [&entorno, &ventanas, red] {
+        return new migracion(entorno, ventanas, red);
     });
     ui::registrar<ayuda>(entorno, ventanas, QStringLiteral("ayuda"), ui::Modo::Marco);
     ui::registrar<acerca>(entorno, ventanas, QStringLiteral("acerca"), ui::Modo::Marco);

@@ -56,11 +56,15 @@ accesored::accesored(db::Entorno &entorno, ui::Ventanas &ventanas, CambioDeRuta 
     for (QRadioButton *boton : {modoaccess, modoservidor, local, otra})
         connect(boton, &QRadioButton::toggled, this, &accesored::habilitar);
     for (QLineEdit *linea : {carpeta, servidor, instancia, usuario, clave})
-        connect(linea, &QLineEdit::textChanged, resultado, &QLabel::clear);
+        connect(linea, &QLineEdit::textChanged, this, &accesored::habilitar);
     alPulsar(examinar, [this] { elegirCarpeta(); });
     alPulsar(probar, [this] { probarRuta(); });
     alPulsar(guardar, [this] { guardarCambios(); });
     connect(cancelar, &QPushButton::clicked, this, &QWidget::close);
+    using Clase = PedidoTraslado::Clase;
+    alPulsar(migrardatos, [this] { trasladar(Clase::DatosActuales); });
+    alPulsar(migrarvacia, [this] { trasladar(Clase::BaseVacia); });
+    alPulsar(volverarchivo, [this] { trasladar(Clase::AlArchivo); });
 }
 
 void accesored::armar()
@@ -114,10 +118,34 @@ void accesored::armar()
 
     auto *caja = new QVBoxLayout(this);
     caja->setSpacing(ui::margen);
-    for (QWidget *pieza : std::initializer_list<QWidget *>{modo, lugar, datosservidor, resultado})
+    for (QWidget *pieza : std::initializer_list<QWidget *>{modo, lugar, datosservidor, armarTraslado(), resultado})
         caja->addWidget(pieza);
     caja->addStretch(1);
     caja->addLayout(fin.fila);
+}
+
+QGroupBox *accesored::armarTraslado()
+{
+    auto *grupo = new QGroupBox(tr("Traslado de los Datos"), this);
+    migrardatos = ui::boton(
+        grupo,
+        QStringLiteral("migrardatos"),
+        tr("Pasar los &datos actuales al servidor..."),
+        QStringLiteral("network-server"));
+    migrarvacia = ui::boton(
+        grupo,
+        QStringLiteral("migrarvacia"),
+        tr("Crear una base &nueva en el servidor..."),
+        QStringLiteral("document-new"));
+    volverarchivo = ui::boton(
+        grupo,
+        QStringLiteral("volverarchivo"),
+        tr("&Traer los datos del servidor a un archivo..."),
+        QStringLiteral("drive-harddisk"));
+    auto *botones = new QVBoxLayout(grupo);
+    for (QPushButton *boton : {migrardatos, migrarvacia, volverarchivo})
+        botones->addWidget(boton);
+    return grupo;
 }
 
 bool accesored::preparar(const ui::Pedido &)
@@ -172,6 +200,37 @@ void accesored::habilitar()
     carpeta->setEnabled(enCarpeta);
     examinar->setEnabled(enCarpeta);
     resultado->clear();
+
+    using Clase = PedidoTraslado::Clase;
+    const Ruta ruta = leida();
+    for (const auto &[boton, clase] :
+         {std::pair(migrardatos, Clase::DatosActuales),
+          std::pair(migrarvacia, Clase::BaseVacia),
+          std::pair(volverarchivo, Clase::AlArchivo)}) {
+        const QString motivo = m_red ? impedimento(entorno(), *m_red, clase, ruta) : QString();
+        boton->setEnabled(m_red && motivo.isEmpty());
+        boton->setToolTip(motivo);
+    }
+}
+
+void accesored::trasladar(PedidoTraslado::Clase clase)
+{
+    const PedidoTraslado pedido{clase, leida(), {}};
+    if (!aceptado(controlarTraslado(entorno(), *m_red, pedido)))
+        return;
+    // The others show the database that may be about to be left, and may hold what is not saved in it yet.
+    if (!ventanas().cerrarTodas(objectName()))
+        return;
+    abrirVentana(
+        QStringLiteral("migracion"),
+        {{{QStringLiteral("clase"), int(clase)}, {QStringLiteral("ruta"), pedido.ruta.aRegistro()}},
+         [this](const QVariantMap &resultado) {
+             if (!resultado.value(QStringLiteral("usada")).toBool())
+                 return;
+             m_guardada = m_red->rutaGuardada();
+             mostrar(m_guardada);
+             close();
+         }});
 }
 
 void accesored::elegirCarpeta()

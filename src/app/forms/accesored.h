@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Ruta.h"
+#include "app/Migracion.h"
 #include "ui/Ventana.h"
 
 class QGroupBox;
@@ -37,6 +37,9 @@ public:
     QLineEdit *instancia = nullptr;
     QLineEdit *usuario = nullptr;
     QLineEdit *clave = nullptr;
+    QPushButton *migrardatos = nullptr; ///< the data in use to the server
+    QPushButton *migrarvacia = nullptr; ///< an empty database to the server
+    QPushButton *volverarchivo = nullptr; ///< the server's data to a file
     QLabel *nota = nullptr; ///< what this version cannot do
     QLabel *resultado = nullptr; ///< of `probar`
     QPushButton *probar = nullptr;
@@ -51,6 +54,8 @@ private:
     void elegirCarpeta();
     void probarRuta();
     void guardarCambios();
+    [[nodiscard]] QGroupBox *armarTraslado();
+    void trasladar(PedidoTraslado::Clase clase);
 
     CambioDeRuta *m_red;
     Ruta m_guardada;

@@ -76,6 +76,12 @@ QList<QByteArray> createTable(const Table &table)
     if (table.counterStart > 0)
         statements << "INSERT INTO sqlite_sequence (name, seq) VALUES (" + literal(table.name) + ", "
                 + QByteArray::number(table.counterStart) + ')';
+    return statements + createIndexes(table);
+}
+
+QList<QByteArray> createIndexes(const Table &table)
+{
+    QList<QByteArray> statements;
     for (const Index &index : table.indexes)
         statements << createIndex(table.name, index);
     return statements;

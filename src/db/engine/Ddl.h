@@ -12,6 +12,8 @@ namespace db::ddl {
 /// CREATE TABLE, the counter's start where it has one, and the indexes.
 [[nodiscard]] QList<QByteArray> createTable(const Table &table);
 [[nodiscard]] QByteArray createIndex(const QString &table, const Index &index);
+/// The indexes alone, for a table that was filled before it has them.
+[[nodiscard]] QList<QByteArray> createIndexes(const Table &table);
 [[nodiscard]] QByteArray addColumn(const QString &table, const Column &column);
 
 /// Type of a declaration such as "TEXT(50)" or "YESNO"; Type::Memo for one that is not ours.
