@@ -84,7 +84,6 @@ void migracion::armar()
         this);
     tablas->setAccessibleName(tr("Tablas comprobadas"));
     tablas->setMinimumHeight(260);
-    tablas->modelo().setFondo({});
     cancelar = ui::boton(this, QStringLiteral("cancelar"), tr("&Cancelar"), QStringLiteral("dialog-cancel"));
     setEnter(cancelar);
 

@@ -273,8 +273,8 @@ void completarTablas(Trabajo &trabajo, Connection &destino, QStringList &avisos)
         for (const Clave &clave : claves(plano)) {
             try {
                 destino.execute(clave.sentencia);
-            } catch (const Error &) {
-                if (clave.alternativa.isEmpty())
+            } catch (const Error &error) {
+                if (clave.alternativa.isEmpty() || error.kind() == Error::Kind::Lost)
                     throw;
                 destino.execute(clave.alternativa);
                 avisos << QStringLiteral("Tabla '%1': hay registros con el mismo valor donde no debería haberlos; su "
