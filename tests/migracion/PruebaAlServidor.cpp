@@ -275,7 +275,7 @@ private slots:
     {
         QTest::addColumn<QString>("cambio");
         QTest::addColumn<QString>("motivo");
-        QTest::newRow("un valor") << u"UPDATE [Caja] SET Importe = Importe + 0.01 WHERE id = 1"_qs
+        QTest::newRow("un valor") << u"UPDATE [Caja] SET importe = importe + 1 WHERE id = 1"_qs
                                   << u"La tabla 'Caja' tiene registros con otro contenido."_qs;
         QTest::newRow("una fila menos") << u"DELETE FROM [Caja] WHERE id = 1"_qs << u"La tabla 'Caja' tiene "_qs;
         QTest::newRow("vacío por nulo") << u"UPDATE [Tabla de O'Higgins] SET plan = '' WHERE [Número] = 4"_qs

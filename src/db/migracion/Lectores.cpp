@@ -155,7 +155,7 @@ private:
             if (!fecha && columna.type != Type::Long && columna.type != Type::Integer)
                 continue;
             const qint64 distintos = m_conexion
-                                         .query(QStringLiteral("SELECT COUNT(DISTINCT %1) FROM %2")
+                                         .query(QStringLiteral("SELECT COUNT(*) FROM (SELECT DISTINCT %1 AS v FROM %2) x")
                                                     .arg(m_conexion.dialect().identifier(columna.name), m_tabla))
                                          ->integer(0, 0);
             if (distintos > cuantos) {
