@@ -178,7 +178,7 @@ private slots:
                         db::Error::Kind::General, caso == u"otro" ? 1801 : 262, u"CREATE DATABASE denied"_qs);
             };
         else if (caso == u"motor")
-            pedido.motores = db::Engines::standard();
+            pedido.motores = {};
         else if (caso == u"archivo")
             pedido.cadenaOrigen = soporte::cadenaAccess(practica.carpeta() + u"/no.mdb"_qs);
         else {
