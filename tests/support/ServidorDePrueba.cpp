@@ -47,7 +47,8 @@ ServidorDePrueba::ServidorDePrueba() { db::createDatabaseFile(archivo(QStringLit
 
 db::Engines ServidorDePrueba::motores()
 {
-    db::Engines motores = db::Engines::standard();
+    // The first one of a provider counts.
+    db::Engines motores;
     motores.add(QStringLiteral("SQLOLEDB"), [this](const db::ConnectionString &texto) -> std::unique_ptr<db::Engine> {
         const auto uno = [&](QStringView nombre1, QStringView nombre2) {
             const QString valor = texto.value(nombre1);
@@ -66,6 +67,10 @@ db::Engines ServidorDePrueba::motores()
         if (!tiene(base))
             throw db::Error(db::Error::Kind::CannotOpen, 4060, QStringLiteral("No existe la base de datos."));
         return std::make_unique<Motor>(*this, base);
+    });
+    motores.add(QStringLiteral("Microsoft.Jet.OLEDB.4.0"), [](const db::ConnectionString &texto) {
+        return std::make_unique<db::EmbeddedEngine>(
+            texto.value(u"Data Source"), texto.value(u"Jet OLEDB:Database Password"));
     });
     return motores;
 }

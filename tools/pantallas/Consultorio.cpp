@@ -9,6 +9,8 @@
 #include "db/Verificacion.h"
 #include "demo/Archivo.h"
 
+#include <QThread>
+
 #include <cstdio>
 
 namespace pantallas {
@@ -97,6 +99,24 @@ app::Ruta Consultorio::rutaGuardada() const
 }
 
 app::Hallazgo Consultorio::examinarRuta(const app::Ruta &) const { return app::examinarBase(*m_conexion); }
+
+app::TrabajoTraslado Consultorio::traslado(const app::PedidoTraslado &) const
+{
+    return [](db::migracion::Seguimiento &seguimiento) {
+        seguimiento.poner(
+            {.que = QStringLiteral("Copiando"),
+             .tabla = QStringLiteral("Consultas"),
+             .numero = 27,
+             .tablas = 103,
+             .filas = 12'000,
+             .filasTabla = 21'480,
+             .hechas = 68'300,
+             .total = 191'512});
+        while (!seguimiento.cancelado())
+            QThread::msleep(5);
+        return db::migracion::Desenlace{};
+    };
+}
 
 void Consultorio::prepararDia()
 {

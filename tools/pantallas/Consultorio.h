@@ -28,6 +28,8 @@ public:
 
     void mensaje(const QString &titulo, const QString &texto, base::Icono icono) override;
     bool pregunta(const QString &titulo, const QString &texto, bool porDefecto) override;
+    /// Whoever pressed the button goes on: the picture is of what follows.
+    bool confirmar(const QString &, const QString &) override { return true; }
     std::optional<QString> pedirTexto(const QString &titulo, const QString &texto, const QString &inicial) override;
     std::optional<QString> pedirClave(const QString &titulo, const QString &texto) override;
     std::optional<QString> elegirArchivo(const QString &titulo, const QString &carpeta, const QString &filtro) override;
@@ -80,6 +82,8 @@ public:
     bool cambiarRuta(const app::Ruta &) override { return hayBase; }
     app::Hallazgo examinarRuta(const app::Ruta &) const override;
     bool admiteServidor() const override { return true; }
+    /// Half way, until it is cancelled.
+    app::TrabajoTraslado traslado(const app::PedidoTraslado &) const override;
 
 private:
     void prepararDia();

@@ -224,8 +224,8 @@ void accesored::trasladar(PedidoTraslado::Clase clase)
     abrirVentana(
         QStringLiteral("migracion"),
         {{{QStringLiteral("clase"), int(clase)}, {QStringLiteral("ruta"), pedido.ruta.aRegistro()}},
-         [this](const QVariantMap &resultado) {
-             if (!resultado.value(QStringLiteral("usada")).toBool())
+         [this](const QVariantMap &hecho) {
+             if (!hecho.value(QStringLiteral("usada")).toBool())
                  return;
              m_guardada = m_red->rutaGuardada();
              mostrar(m_guardada);

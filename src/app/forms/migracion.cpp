@@ -37,9 +37,8 @@ QLabel *renglon(QWidget *padre, const QString &nombre)
     return texto;
 }
 
-QString duracion(qint64 milisegundos)
+QString duracion(qint64 segundos)
 {
-    const qint64 segundos = milisegundos / 1000;
     return QStringLiteral("%1:%2").arg(segundos / 60).arg(segundos % 60, 2, 10, QLatin1Char('0'));
 }
 
@@ -85,7 +84,6 @@ void migracion::armar()
         this);
     tablas->setAccessibleName(tr("Tablas comprobadas"));
     tablas->setMinimumHeight(260);
-    tablas->modelo().setFondo({});
     cancelar = ui::boton(this, QStringLiteral("cancelar"), tr("&Cancelar"), QStringLiteral("dialog-cancel"));
     setEnter(cancelar);
 
@@ -127,7 +125,6 @@ void migracion::empezar()
 {
     que->setText(descripcion(m_pedido, entorno().carpetaPrograma()));
     m_comienzo = entorno().clock().now();
-    m_desde.start();
     m_seguimiento = std::make_unique<db::migracion::Seguimiento>();
     m_hilo = QThread::create([this, trabajo = m_red->traslado(m_pedido)] { m_desenlace = trabajo(*m_seguimiento); });
     m_hilo->setParent(this);
@@ -142,7 +139,7 @@ void migracion::mostrarEstado()
 {
     const db::migracion::Estado hay = m_seguimiento->estado();
     const QLocale regional;
-    tiempo->setText(duracion(m_desde.elapsed()));
+    tiempo->setText(duracion(m_comienzo.secsTo(entorno().clock().now())));
     if (m_seguimiento->cancelado())
         estado->setText(tr("Cancelando, un momento por favor..."));
     else if (hay.tabla.isEmpty())

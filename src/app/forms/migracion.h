@@ -3,7 +3,7 @@
 #include "app/Migracion.h"
 #include "ui/Ventana.h"
 
-#include <QElapsedTimer>
+#include <QDateTime>
 
 class QLabel;
 class QProgressBar;
@@ -61,7 +61,6 @@ private:
     std::unique_ptr<db::migracion::Seguimiento> m_seguimiento;
     QThread *m_hilo = nullptr;
     QTimer *m_reloj;
-    QElapsedTimer m_desde;
     QDateTime m_comienzo;
     QString m_archivo; ///< of the report
     bool m_preguntando = false;

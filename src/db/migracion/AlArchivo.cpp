@@ -148,8 +148,9 @@ Desenlace alArchivo(const PedidoAlArchivo &pedido, Seguimiento &seguimiento, con
             }));
         } catch (const Error &error) {
             if (error.kind() == Error::Kind::Busy || error.number() == errorEsperaCerrojo)
-                throw Negado{QStringLiteral("Otra computadora está guardando datos en este momento. Cierre el programa en "
-                                            "las demás computadoras e intente nuevamente.")};
+                throw Negado{
+                    QStringLiteral("Otra computadora está guardando datos en este momento. Cierre el programa en "
+                                   "las demás computadoras e intente nuevamente.")};
             throw;
         }
 

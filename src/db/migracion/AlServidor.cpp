@@ -27,10 +27,11 @@ constexpr int errorYaExiste = 1801;
 
 QString yaExiste(const Servidor &servidor)
 {
-    return QStringLiteral("En el servidor '%1' ya existe una base de datos 'Datos': no se copió nada, para no mezclar ni "
-                          "pisar lo que contiene.\n\nSi es de este programa, elija el servidor en la ventana 'Red' y "
-                          "presione Guardar. Si quedó de una copia que se cortó, pida a quien administra el servidor "
-                          "que la elimine.")
+    return QStringLiteral(
+               "En el servidor '%1' ya existe una base de datos 'Datos': no se copió nada, para no mezclar ni "
+               "pisar lo que contiene.\n\nSi es de este programa, elija el servidor en la ventana 'Red' y "
+               "presione Guardar. Si quedó de una copia que se cortó, pida a quien administra el servidor "
+               "que la elimine.")
         .arg(servidor.nombre);
 }
 
@@ -62,8 +63,9 @@ public:
             relanzar(
                 error,
                 m_servidor,
-                QStringLiteral("El servidor no pudo crear la base de datos 'Datos'. Verifique que el usuario '%1' tenga "
-                               "permiso para crear bases de datos.\n\n")
+                QStringLiteral(
+                    "El servidor no pudo crear la base de datos 'Datos'. Verifique que el usuario '%1' tenga "
+                    "permiso para crear bases de datos.\n\n")
                     .arg(m_servidor.usuario));
         }
     }
@@ -85,8 +87,9 @@ public:
                 relanzar(
                     error,
                     m_servidor,
-                    QStringLiteral("El servidor ordena los textos de un modo que el programa no admite (%1) y no permitió "
-                                   "cambiarlo.\n\n")
+                    QStringLiteral(
+                        "El servidor ordena los textos de un modo que el programa no admite (%1) y no permitió "
+                        "cambiarlo.\n\n")
                         .arg(propia));
             avisos << QStringLiteral("El servidor ordena los textos con '%1': la Ñ puede aparecer mezclada con la N.")
                           .arg(propia);
@@ -229,8 +232,9 @@ public:
             m_permiso.emplace(*m_conexion);
         } catch (const Error &error) {
             if (error.kind() == Error::Kind::Busy)
-                throw Negado{QStringLiteral("Otra computadora está guardando datos en este momento. Cierre el programa en "
-                                            "las demás computadoras e intente nuevamente.")};
+                throw Negado{
+                    QStringLiteral("Otra computadora está guardando datos en este momento. Cierre el programa en "
+                                   "las demás computadoras e intente nuevamente.")};
             throw;
         }
     }
@@ -273,8 +277,8 @@ void completarTablas(Trabajo &trabajo, Connection &destino, QStringList &avisos)
         for (const Clave &clave : claves(plano)) {
             try {
                 destino.execute(clave.sentencia);
-            } catch (const Error &) {
-                if (clave.alternativa.isEmpty())
+            } catch (const Error &error) {
+                if (clave.alternativa.isEmpty() || error.kind() == Error::Kind::Lost)
                     throw;
                 destino.execute(clave.alternativa);
                 avisos << QStringLiteral("Tabla '%1': hay registros con el mismo valor donde no debería haberlos; su "

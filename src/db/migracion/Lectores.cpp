@@ -132,8 +132,7 @@ private:
 
     Rows leerTramo(const QString &condicion, const Params &parametros)
     {
-        return m_conexion.query(
-            QStringLiteral("SELECT %1 FROM %2%3").arg(m_columnas, m_tabla, condicion), parametros);
+        return m_conexion.query(QStringLiteral("SELECT %1 FROM %2%3").arg(m_columnas, m_tabla, condicion), parametros);
     }
 
     [[nodiscard]] QString despues(bool tramo = false) const
@@ -154,10 +153,11 @@ private:
             const bool fecha = columna.type == Type::DateTime;
             if (!fecha && columna.type != Type::Long && columna.type != Type::Integer)
                 continue;
-            const qint64 distintos = m_conexion
-                                         .query(QStringLiteral("SELECT COUNT(DISTINCT %1) FROM %2")
-                                                    .arg(m_conexion.dialect().identifier(columna.name), m_tabla))
-                                         ->integer(0, 0);
+            const qint64 distintos
+                = m_conexion
+                      .query(QStringLiteral("SELECT COUNT(*) FROM (SELECT DISTINCT %1 AS v FROM %2) x")
+                                 .arg(m_conexion.dialect().identifier(columna.name), m_tabla))
+                      ->integer(0, 0);
             if (distintos > cuantos) {
                 mejor = columna.name;
                 cuantos = distintos;

@@ -30,7 +30,8 @@ const QSet<QString> &reservadas()
               "else end errlvl escape except exec execute exists exit external fetch file fillfactor for foreign "
               "freetext freetexttable from full function goto grant group having holdlock identity identity_insert "
               "identitycol if in index inner insert intersect into is join key kill left like lineno load merge "
-              "national nocheck nonclustered not null nullif of off offsets on open opendatasource openquery openrowset "
+              "national nocheck nonclustered not null nullif of off offsets on open opendatasource openquery "
+              "openrowset "
               "openxml option or order outer over percent pivot plan precision primary print proc procedure public "
               "raiserror read readtext reconfigure references replication restore restrict return revert revoke right "
               "rollback rowcount rowguidcol rule save schema select session_user set setuser shutdown some statistics "
@@ -46,7 +47,7 @@ QString nombre(const QString &texto)
 {
     static const QRegularExpression simple(QStringLiteral("^[A-Za-z_][A-Za-z0-9_]*$"));
     return simple.match(texto).hasMatch() && !reservadas().contains(texto.toLower()) ? texto
-                                                                                      : delServidor().identifier(texto);
+                                                                                     : delServidor().identifier(texto);
 }
 
 QString nombres(const QStringList &columnas)
@@ -162,8 +163,7 @@ QString crearTabla(const TablaPlano &plano)
             texto += QStringLiteral("int IDENTITY(%1,1)").arg(plano.filas == 0 ? plano.contador + 1 : 1);
         else
             texto += servidor::tipo(columna);
-        const bool deClave
-            = plano.tabla.key.contains(columna.name, Qt::CaseInsensitive) || es(columna.name, "id");
+        const bool deClave = plano.tabla.key.contains(columna.name, Qt::CaseInsensitive) || es(columna.name, "id");
         if (deClave && columna.type != Type::Counter && plano.completas.contains(columna.name))
             texto += QStringLiteral(" NOT NULL");
         columnas << texto;
@@ -213,9 +213,9 @@ QVector<Clave> claves(const TablaPlano &plano)
         armado.indice(
             QStringLiteral("nrohc"),
             {QStringLiteral("nrohc")},
-            es(tabla, "Pacientes")                                  ? Forma::Unica
+            es(tabla, "Pacientes")                                ? Forma::Unica
                 : es(tabla, "Imprimir") || es(tabla, "Imprimir2") ? Forma::Agrupada
-                                                                    : Forma::Comun);
+                                                                  : Forma::Comun);
     if (armado.tiene("nropaci"))
         armado.indice(
             QStringLiteral("nropaci"),
@@ -236,8 +236,7 @@ QVector<Clave> claves(const TablaPlano &plano)
             return tipo == Type::Memo || tipo == Type::Binary;
         });
         if (!conMemo) // the server has no index over a text without end
-            armado.indice(
-                indice.columns.join(u'_'), indice.columns, indice.unique ? Forma::Unica : Forma::Comun);
+            armado.indice(indice.columns.join(u'_'), indice.columns, indice.unique ? Forma::Unica : Forma::Comun);
     }
     return armado.claves();
 }

@@ -109,13 +109,14 @@ QString Trabajo::diferencias() const
     for (const TablaComparada &tabla : m_comparadas) {
         if (tabla.igual())
             continue;
-        renglones << (tabla.filasOrigen == tabla.filasDestino
-                          ? QStringLiteral("La tabla '%1' tiene registros con otro contenido.").arg(tabla.tabla)
-                          : QStringLiteral("La tabla '%1' tiene %2 registros en lugar de %3.")
-                                .arg(
-                                    tabla.tabla,
-                                    regional.toString(tabla.filasDestino),
-                                    regional.toString(tabla.filasOrigen)));
+        renglones
+            << (tabla.filasOrigen == tabla.filasDestino
+                    ? QStringLiteral("La tabla '%1' tiene registros con otro contenido.").arg(tabla.tabla)
+                    : QStringLiteral("La tabla '%1' tiene %2 registros en lugar de %3.")
+                          .arg(
+                              tabla.tabla,
+                              regional.toString(tabla.filasDestino),
+                              regional.toString(tabla.filasOrigen)));
     }
     return renglones.join(u'\n');
 }

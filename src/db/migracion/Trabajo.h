@@ -31,8 +31,7 @@ public:
     /// Says what is being done now. Throws Cancelado.
     void etapa(const QString &que, const QString &tabla = {}, int numero = 0);
     /// Copies a table: rows from the reader, each stretch in one transaction of the destination.
-    void
-    copiar(int numero, Lector &lector, Connection &destino, const QString &insertar);
+    void copiar(int numero, Lector &lector, Connection &destino, const QString &insertar);
     /// Reads the rows of the copied table back and compares.
     void comparar(int numero, Lector &destino);
 

@@ -5,6 +5,9 @@
 #include "db/Verificacion.h"
 #include "maintenance/RespaldoAutomatico.h"
 
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QLabel>
 #include <QListWidget>
 
 namespace pantallas {
@@ -21,6 +24,21 @@ std::function<void(Escena &)> deConfiguracion(int grupo)
             grupos->setFocus();
         }
     };
+}
+
+/// Until the window shows what its thread is doing.
+void trasladoEnMarcha(Escena &e)
+{
+    const QString red = QStringLiteral("accesored");
+    e.pulsar({}, QStringLiteral("menaccesored"));
+    e.pulsar(red, QStringLiteral("modoservidor"));
+    e.escribir(red, QStringLiteral("servidor"), QStringLiteral("SERVIDOR"));
+    e.escribir(red, QStringLiteral("usuario"), QStringLiteral("sa"));
+    e.pulsar(red, QStringLiteral("migrardatos"));
+    const auto *estado = e.control<QLabel>(QStringLiteral("migracion"), QStringLiteral("estado"));
+    const QDeadlineTimer limite(5000);
+    while (estado && !estado->text().startsWith(QLatin1String("Copiando")) && !limite.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
 }
 
 } // namespace
@@ -43,6 +61,7 @@ std::vector<Pantalla> escenasDeSistema()
              e.pulsar({}, QStringLiteral("menaccesored"));
              e.pulsar(QStringLiteral("accesored"), QStringLiteral("probar"));
          }},
+        {QStringLiteral("migracion"), trasladoEnMarcha},
         {QStringLiteral("ayuda"),
          [](Escena &e) {
              e.pulsar({}, QStringLiteral("menayuda"));
