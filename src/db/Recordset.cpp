@@ -154,6 +154,9 @@ qint64 Recordset::update()
             const QString column = m_connection.dialect().identifier(m_rows->fields()[size_t(c)].name);
             if (m_rows->isNull(m_row, c)) {
                 conditions << column + QStringLiteral(" IS NULL");
+            } else if (type == Type::Flag) {
+                // True is -1 in one back end and 1 in the other.
+                conditions << column + (m_rows->flag(m_row, c) ? QStringLiteral(" <> 0") : QStringLiteral(" = 0"));
             } else {
                 conditions << column + QStringLiteral(" = ?");
                 params << m_rows->value(m_row, c);

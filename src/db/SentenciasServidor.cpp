@@ -100,6 +100,19 @@ QString quitarColumna(const QString &table, const QString &column)
         .arg(buscarColumna(table, column), serverDialect().identifier(table), columnName(column));
 }
 
+QString buscarRestriccion(const QString &table, const QString &column)
+{
+    return QStringLiteral("SELECT name FROM sys.default_constraints WHERE parent_object_id = OBJECT_ID(%1) and "
+                          "COL_NAME(parent_object_id,parent_column_id) = %2")
+        .arg(quoted(serverDialect().identifier(table)), quoted(column));
+}
+
+QString quitarRestriccion(const QString &table, const QString &name)
+{
+    return QStringLiteral("ALTER TABLE %1 DROP CONSTRAINT %2")
+        .arg(serverDialect().identifier(table), serverDialect().identifier(name));
+}
+
 QStringList crearTabla(const Table &table)
 {
     const QString name = serverDialect().identifier(table.name);

@@ -21,6 +21,10 @@ namespace db::servidor {
 /// "SELECT * FROM INFORMATION_SCHEMA.COLUMNS WHERE COLUMN_NAME = 'moduloweb' and TABLE_NAME = 'Lista Doctores'"
 [[nodiscard]] QString buscarColumna(const QString &table, const QString &column);
 
+/// Asks for the name of the column's default value, which has to be dropped before the column.
+[[nodiscard]] QString buscarRestriccion(const QString &table, const QString &column);
+[[nodiscard]] QString quitarRestriccion(const QString &table, const QString &name);
+
 } // namespace db::servidor
 
 namespace db {

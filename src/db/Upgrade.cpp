@@ -155,6 +155,10 @@ public:
     }
     void quitarHorario(const QString &column) override
     {
+        // The server keeps a column as long as it has a default value, which is a thing of its own there.
+        const Rows defaults = m_connection.query(servidor::buscarRestriccion(tablaDoctores, column));
+        for (int r = 0; r < defaults->rowCount(); ++r)
+            m_connection.execute(servidor::quitarRestriccion(tablaDoctores, defaults->text(r, 0)));
         m_connection.execute(servidor::quitarColumna(tablaDoctores, column));
     }
 };

@@ -3,8 +3,12 @@
 #include "db/Error.h"
 #include "db/SentenciasServidor.h"
 #include "db/Upgrade.h"
+#include "support/BaseDePrueba.h"
 #include "support/MensajesGuionados.h"
 #include "support/Prueba.h"
+#include "support/ServerTestEngine.h"
+
+#include <QTemporaryDir>
 
 using namespace db::declarar;
 
@@ -82,6 +86,8 @@ private slots:
     void missingColumnsAreAdded();
     void hoursAreMovedBeforeTheyAreDropped();
     void hoursStayWhenTheyCannotBeMoved();
+    void wholeSchemaIsTaken();
+    void oldDatabaseIsBroughtUpToDate();
 
 private:
     bool actualizar() { return db::actualizarServidor(app::esquemaCompleto(), *m_connection, m_mensajes); }
@@ -212,6 +218,62 @@ void ServidorTest::hoursStayWhenTheyCannotBeMoved()
     QVERIFY(actualizar());
     QCOMPARE(m_server->sentencias.filter("DROP COLUMN"), QStringList());
     QCOMPARE(m_server->sentencias.filter("CREATE TABLE").size(), 1);
+}
+
+/// No name is a word of the server, no index is on what it cannot sort.
+void ServidorTest::wholeSchemaIsTaken()
+{
+    const QTemporaryDir folder;
+    db::createDatabaseFile(folder.filePath("Datos.mdb"), "x");
+    db::Connection server(std::make_unique<soporte::ServerTestEngine>(folder.filePath("Datos.mdb"), "x"));
+    for (const db::Table &table : app::esquemaCompleto().tables) {
+        for (const QString &statement : db::servidor::crearTabla(table))
+            server.execute(statement);
+        for (const db::Index &index : table.indexes) {
+            int bytes = 0;
+            for (const QString &name : index.columns) {
+                const db::Column &column = *table.column(name);
+                QVERIFY2(index.ofList || column.type != db::Type::Memo, qPrintable(table.name + ' ' + name));
+                bytes += column.type == db::Type::Text ? column.size * 2 : 8;
+            }
+            QVERIFY2(index.ofList || bytes <= 900, qPrintable(table.name));
+        }
+    }
+    QCOMPARE(server.tableNames().size(), app::esquemaCompleto().tables.size());
+}
+
+/// The statements themselves, over a database as an older program left it, with the default values that a column must
+/// lose before it goes; and once more, which changes nothing.
+void ServidorTest::oldDatabaseIsBroughtUpToDate()
+{
+    soporte::BaseDePrueba base(db::Dialect::Kind::SqlServer);
+    db::Connection &server = base.conexion();
+    for (const char *sql :
+         {"ALTER TABLE [Lista Doctores] ADD LUMADESDE datetime, SaTaHasta datetime DEFAULT '19000101', durtur int",
+          "UPDATE [Lista Doctores] SET LUMADESDE = '18991230 08:30', durtur = 15",
+          "DROP TABLE [Agenda Turnos Horarios]",
+          "DROP TABLE [Lista Usos]"})
+        server.execute(sql);
+    for (const char *column : {"moduloweb", "accesodirecto01"}) {
+        const db::Rows held = server.query(db::servidor::buscarRestriccion("Lista Doctores", column));
+        QCOMPARE(held->rowCount(), 1);
+        server.execute(db::servidor::quitarRestriccion("Lista Doctores", held->text(0, 0)));
+        server.execute(db::servidor::quitarColumna("Lista Doctores", column));
+    }
+
+    esperarAviso();
+    QVERIFY(db::actualizarServidor(app::esquemaCompleto(), server, m_mensajes));
+    QCOMPARE(base.valor("SELECT durtur1 FROM [Agenda Turnos Horarios]"), QString("15"));
+    QVERIFY(base.valor("SELECT LuMaDesde FROM [Agenda Turnos Horarios]").endsWith("08:30:00"));
+    QCOMPARE(base.valor("SELECT moduloweb FROM [Lista Doctores]"), QString("0"));
+    QStringList left;
+    for (const db::Column &column : server.columns("Lista Doctores"))
+        left << column.name.toLower();
+    QVERIFY(!left.contains("lumadesde") && !left.contains("satahasta") && left.contains("accesodirecto01"));
+    QVERIFY(server.tableExists(u"Lista Usos"));
+
+    QVERIFY(!db::actualizarServidor(app::esquemaCompleto(), server, m_mensajes));
+    QCOMPARE(base.valor("SELECT COUNT(*) FROM [Agenda Turnos Horarios]"), QString("1"));
 }
 
 PRUEBA(ServidorTest)
