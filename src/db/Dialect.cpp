@@ -2,6 +2,10 @@
 
 #include "db/Error.h"
 
+#include <QRegularExpression>
+
+#include <algorithm>
+
 namespace db {
 
 namespace {
@@ -14,7 +18,19 @@ QString accessDate(QDate d)
         .arg(d.year(), 4, 10, QChar(u'0'));
 }
 
-QString serverDate(QDate d) { return d.toString(QStringLiteral("yyyyMMdd")); }
+// The server's datetime begins in 1753 and stops the whole statement at anything before: no row holds an older date, so
+// its first day is as far as a question needs to go.
+QString serverDate(QDate d) { return std::max(d, QDate(1753, 1, 1)).toString(QStringLiteral("yyyyMMdd")); }
+
+// As a text it would be empty, which the server takes for the first of January of 1900.
+void checkValid(bool valid)
+{
+    if (!valid)
+        throw Error(Error::Kind::General, 0, QStringLiteral("La fecha no es válida."));
+}
+
+// Searches disregard case and accents ("perez" finds "Pérez"); the server's own comparisons keep accents apart.
+const QString searchCollation = QStringLiteral("Modern_Spanish_CI_AI");
 
 } // namespace
 
@@ -37,11 +53,13 @@ QString Dialect::identifier(QStringView name) const
 
 QString Dialect::date(QDate value) const
 {
+    checkValid(value.isValid());
     return m_kind == Kind::Access ? u'#' + accessDate(value) + u'#' : u'\'' + serverDate(value) + u'\'';
 }
 
 QString Dialect::dateTime(const QDateTime &value) const
 {
+    checkValid(value.isValid());
     const QString time = value.toString(QStringLiteral(" HH:mm"));
     return m_kind == Kind::Access ? u'#' + accessDate(value.date()) + time + u'#'
                                   : u'\'' + serverDate(value.date()) + time + u'\'';
@@ -49,12 +67,14 @@ QString Dialect::dateTime(const QDateTime &value) const
 
 QString Dialect::dayStart(QDate value) const
 {
+    checkValid(value.isValid());
     return m_kind == Kind::Access ? u'#' + accessDate(value) + QStringLiteral(" 00:00:00#")
                                   : u'\'' + serverDate(value) + QStringLiteral(" 00:00:00'");
 }
 
 QString Dialect::dayEnd(QDate value) const
 {
+    checkValid(value.isValid());
     return m_kind == Kind::Access ? u'#' + accessDate(value) + QStringLiteral(" 23:59:59#")
                                   : u'\'' + serverDate(value) + QStringLiteral(" 23:59:59'");
 }
@@ -101,31 +121,44 @@ QString Dialect::yearDiff(const QString &from, const QString &to) const
         .arg(from, to);
 }
 
+// The server's own format() came with the version of 2012, writes as the language of the login wants, and is slow.
 QString Dialect::formatDate(const QString &expression) const
 {
     return (m_kind == Kind::Access ? QStringLiteral("format(%1,'dd/mm/yyyy')")
-                                   : QStringLiteral("format(%1,'dd/MM/yyyy')"))
+                                   : QStringLiteral("CONVERT(nvarchar(10),%1,103)"))
         .arg(expression);
 }
 
 QString Dialect::formatDateTime(const QString &expression) const
 {
-    return (m_kind == Kind::Access ? QStringLiteral("format(%1,'dd/mm/yyyy hh:nn')")
-                                   : QStringLiteral("format(%1,'dd/MM/yyyy HH:mm')"))
+    return (m_kind == Kind::Access
+                ? QStringLiteral("format(%1,'dd/mm/yyyy hh:nn')")
+                : QStringLiteral("(CONVERT(nvarchar(10),%1,103) + ' ' + CONVERT(nvarchar(5),%1,108))"))
         .arg(expression);
 }
 
 QString Dialect::formatMoney(const QString &expression) const
 {
-    // The server writes numbers in the culture that it is told, whatever its own language.
-    return (m_kind == Kind::Access ? QStringLiteral("format(%1,'#,0.00')")
-                                   : QStringLiteral("format(%1,'#,0.00','es-AR')"))
+    if (m_kind == Kind::Access)
+        return QStringLiteral("format(%1,'#,0.00')").arg(expression);
+    // Style 1 of money is "1,234.50" in every language; the signs then change places. Eight decimals first: what lies
+    // behind them is the shadow of a single-precision number ("0.145" is 0.14499999), which must not decide a half.
+    // Money ends short of 10^15: what nobody owes is written without points rather than stopping the list.
+    return QStringLiteral("CASE WHEN ABS(%1) < 900000000000000 THEN "
+                          "REPLACE(REPLACE(REPLACE(CONVERT(nvarchar(40),CAST(ROUND(CAST(%1 AS decimal(28,8)),2) AS "
+                          "money),1),',',';'),'.',','),';','.') ELSE CONVERT(nvarchar(40),%1,0) END")
         .arg(expression);
 }
 
 QString Dialect::contains(const QString &column, QStringView value) const
 {
-    return column + QStringLiteral(" like ") + text(containsPattern(value));
+    QString pattern = containsPattern(value);
+    if (m_kind == Kind::Access)
+        return column + QStringLiteral(" like ") + text(pattern);
+    // "n" finds "ñ" too, as in the embedded engine.
+    static const QRegularExpression bare(QStringLiteral("n"), QRegularExpression::CaseInsensitiveOption);
+    pattern.replace(bare, QStringLiteral("[nñ]"));
+    return column + QStringLiteral(" COLLATE ") + searchCollation + QStringLiteral(" like ") + text(pattern);
 }
 
 QString Dialect::containsPattern(QStringView value)

@@ -9,6 +9,11 @@ namespace db {
 
 /// The pieces of SQL in which the two back ends differ. No other place of the program knows a dialect, and a value
 /// enters SQL text through here only (or as a bound parameter).
+///
+/// The server's pieces are understood by every version from 2008 on and by any language of its login: no FORMAT, IIF,
+/// CONCAT, TRY_CONVERT or OFFSET. Its comparisons are taken to disregard case and to keep accents apart.
+///
+/// An expression given to these functions may come back more than once in the result: it holds no "?".
 class Dialect
 {
 public:
@@ -21,12 +26,13 @@ public:
 
     [[nodiscard]] Kind kind() const { return m_kind; }
 
-    /// Quoted text, quotes doubled: 'O''Higgins'.
+    /// Quoted text, quotes doubled: 'O''Higgins', on the server N'O''Higgins'.
     [[nodiscard]] QString text(QStringView value) const;
     /// [name]; a "]" in it is refused with db::Error.
     [[nodiscard]] QString identifier(QStringView name) const;
 
-    /// #mm/dd/yyyy# or 'yyyymmdd'.
+    /// #mm/dd/yyyy# or 'yyyymmdd'. Here and below an invalid date is refused with db::Error, and one before the
+    /// server's first (01/01/1753) becomes that first one there.
     [[nodiscard]] QString date(QDate value) const;
     /// #mm/dd/yyyy hh:nn# or 'yyyymmdd hh:nn': to the minute.
     [[nodiscard]] QString dateTime(const QDateTime &value) const;
@@ -38,13 +44,14 @@ public:
 
     /// "&" or "+".
     [[nodiscard]] QString concatOperator() const;
-    /// The expressions joined; a Null part counts as empty text in both dialects.
+    /// The expressions, all of them texts, joined; a Null part counts as empty text in both dialects.
     [[nodiscard]] QString concat(const QStringList &expressions) const;
     /// iif(c,a,b) or CASE WHEN c THEN a ELSE b END.
     [[nodiscard]] QString iif(const QString &condition, const QString &yes, const QString &no) const;
     /// ucase$(e) or UPPER(e).
     [[nodiscard]] QString upper(const QString &expression) const;
-    /// The expression, or `otherwise` (an expression too) when it is Null.
+    /// The expression, or `otherwise` (an expression too) when it is Null. On the server the result has the type of the
+    /// expression: an `otherwise` longer than its column would be cut.
     [[nodiscard]] QString ifNull(const QString &expression, const QString &otherwise) const;
     /// Calendar-year boundaries between two expressions: DateDiff('yyyy',a,b) or DateDiff(yyyy,a,b).
     [[nodiscard]] QString yearDiff(const QString &from, const QString &to) const;
@@ -52,12 +59,13 @@ public:
     [[nodiscard]] QString formatDate(const QString &expression) const;
     /// The date as "dd/mm/yyyy hh:nn".
     [[nodiscard]] QString formatDateTime(const QString &expression) const;
-    /// The amount as "#,0.00" ("1.234,50").
+    /// The amount as "#,0.00" ("1.234,50"), halves rounded away from zero; Null stays Null.
     [[nodiscard]] QString formatMoney(const QString &expression) const;
 
-    /// " like '%value%'" with the wildcards in `value` taken literally.
+    /// " like '%value%'" with the wildcards in `value` taken literally, without regard to case and accents; "n" finds
+    /// "ñ" too, "ñ" only itself. For columns of text.
     [[nodiscard]] QString contains(const QString &column, QStringView value) const;
-    /// The pattern of contains().
+    /// The pattern of contains() as the embedded engine takes it.
     [[nodiscard]] static QString containsPattern(QStringView value);
 
 private:

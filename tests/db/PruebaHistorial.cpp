@@ -104,6 +104,19 @@ private:
     db::Connection m_conexion;
 };
 
+/// A long text is not compared on the server as it stands.
+QString comoSeCompara(soporte::BaseDePrueba &base, QString sentencia)
+{
+    return base.conexion().dialect().kind() == db::Dialect::Kind::SqlServer
+        ? sentencia.replace(u"WHERE accion "_s, u"WHERE CAST(accion AS nvarchar(max)) "_s)
+        : sentencia;
+}
+
+int ejecutar(soporte::BaseDePrueba &base, const QString &sentencia, const db::Params &valores = {})
+{
+    return base.conexion().execute(comoSeCompara(base, sentencia), valores);
+}
+
 } // namespace
 
 /// The activity log's chain: what shows, and that nothing else does.
@@ -219,7 +232,7 @@ private slots:
         caso(
             "otra fila y su eslabón",
             {u"UPDATE [Historial] SET accion = 'Repetida' WHERE accion = 'Otra'"_s,
-             u"UPDATE [Historial Cadena] SET huella = (SELECT MAX(huella) FROM [Historial Cadena] WHERE orden = 3) WHERE orden = 7"_s},
+             u"UPDATE [Historial Cadena] SET huella = (SELECT TOP 1 huella FROM [Historial Cadena] WHERE orden = 3) WHERE orden = 7"_s},
             u"EslabonAlterado 1 | Agregada 1"_s,
             d12);
         caso(
@@ -251,8 +264,12 @@ private slots:
         QFETCH(QString, cuando);
         soporte::BaseDePrueba base(soporte::dialectoActual());
         llenar(base);
-        for (const QString &sentencia : sentencias)
-            QVERIFY(base.conexion().execute(sentencia) > 0);
+        const db::Dialect &d = base.conexion().dialect();
+        for (QString sentencia : sentencias) {
+            sentencia.replace(u"'Última'"_s, d.text(u"Última"));
+            sentencia.replace(u"accion like 'Se ingres%'"_s, d.contains(u"accion"_s, u"Se ingres"));
+            QVERIFY(ejecutar(base, sentencia) > 0);
+        }
         for (const Alcance alcance : {Alcance::Todo, Alcance::Reciente}) {
             const db::InformeHistorial informe = verificar(base, alcance);
             QCOMPARE(hallazgos(informe), esperado);
@@ -292,17 +309,21 @@ private slots:
         QCOMPARE(hallazgos(informe), QString());
         QCOMPARE(informe.anteriores, 30 * 70 + 1 + 3);
         QCOMPARE(informe.acciones, escritas);
-        QCOMPARE(base.valor(u"SELECT COUNT(*) FROM [Historial Usos] WHERE ventana like 'Ventana%'"_s), u"12"_s);
+        QCOMPARE(
+            base.valor(
+                u"SELECT COUNT(*) FROM [Historial Usos] WHERE "_s
+                + base.conexion().dialect().contains(u"ventana"_s, u"Ventana")),
+            u"12"_s);
 
         // An entry of the day on which the chain begins.
-        base.conexion().execute(u"UPDATE [Historial] SET iddoctor = 99 WHERE accion = 'La primera'"_s);
+        ejecutar(base, u"UPDATE [Historial] SET iddoctor = 99 WHERE accion = 'La primera'"_s);
         QCOMPARE(hallazgos(verificar(base, Alcance::Reciente)), u"Anteriores 0"_s);
-        base.conexion().execute(u"UPDATE [Historial] SET iddoctor = ? WHERE accion = 'La primera'"_s, {base.usuario});
+        ejecutar(base, u"UPDATE [Historial] SET iddoctor = ? WHERE accion = 'La primera'"_s, {base.usuario});
 
-        base.conexion().execute(u"UPDATE [Historial] SET accion = 'x' WHERE accion = 'Acción d''antes 80'"_s);
-        base.conexion().execute(u"DELETE FROM [Historial] WHERE accion = 'Acción d''antes 1500'"_s);
+        ejecutar(base, u"UPDATE [Historial] SET accion = 'x' WHERE accion = ?"_s, {u"Acción d'antes 80"_s});
+        ejecutar(base, u"DELETE FROM [Historial] WHERE accion = ?"_s, {u"Acción d'antes 1500"_s});
         base.conexion().execute(u"INSERT INTO [Historial] (iddoctor,accion) VALUES (3,'sin fecha')"_s);
-        base.conexion().execute(u"DELETE FROM [Historial] WHERE accion = 'Atrasada'"_s);
+        ejecutar(base, u"DELETE FROM [Historial] WHERE accion = 'Atrasada'"_s);
         // The first stretch has one changed and one more, the third and the last one less.
         QCOMPARE(hallazgos(verificar(base)), u"Anteriores 1 | Anteriores -1 | Anteriores -1"_s);
     }
@@ -326,7 +347,7 @@ private slots:
         QCOMPARE(contar(u"Historial"_s), 1410);
         QCOMPARE(base.valor(u"SELECT MIN(fecha) FROM [Historial]"_s), u"2025-12-11 08:00:00"_s);
         const db::Rows acto = base.conexion().query(
-            u"SELECT fecha,iddoctor,ventana FROM [Historial] WHERE accion = ?"_s,
+            comoSeCompara(base, u"SELECT fecha,iddoctor,ventana FROM [Historial] WHERE accion = ?"_s),
             {u"Se eliminaron 700 acciones del historial, hasta el 10/12/2025 inclusive."_s});
         QCOMPARE(acto->rowCount(), 1);
         QCOMPARE(acto->dateTime(0, 0), base.reloj.now());
@@ -340,7 +361,7 @@ private slots:
             u"INSERT INTO [Historial] (fecha,equipo,iddoctor,ventana,accion) VALUES (?,'PC 1',1,'Ventana 1','x')"_s,
             {QDateTime(QDate(2025, 12, 10), QTime(8, 0))});
         QCOMPARE(hallazgos(verificar(base)), u"Agregada 1"_s);
-        base.conexion().execute(u"DELETE FROM [Historial] WHERE accion = 'x'"_s);
+        ejecutar(base, u"DELETE FROM [Historial] WHERE accion = 'x'"_s);
 
         // Into the entries with links of their own, whose links go with them.
         const int eslabones = contar(u"Historial Cadena"_s);
@@ -358,7 +379,7 @@ private slots:
         db::registrarHistorial(base, u"Caja"_s, u"Sigue"_s);
         QCOMPARE(hallazgos(verificar(base)), QString());
         QCOMPARE(contar(u"Historial"_s), 3);
-        base.conexion().execute(u"DELETE FROM [Historial] WHERE accion = 'Sigue'"_s);
+        ejecutar(base, u"DELETE FROM [Historial] WHERE accion = 'Sigue'"_s);
         QCOMPARE(hallazgos(verificar(base)), u"Eliminada 1"_s);
 
         // What goes is told to be whole only when it was.
@@ -383,7 +404,7 @@ private slots:
         db::InformeHistorial informe = verificar(base);
         QCOMPARE(hallazgos(informe), QString());
         QCOMPARE(informe.acciones, 2);
-        base.conexion().execute(u"DELETE FROM [Historial] WHERE accion = '2030'"_s);
+        ejecutar(base, u"DELETE FROM [Historial] WHERE accion = '2030'"_s);
         QCOMPARE(hallazgos(verificar(base)), u"Eliminada 1"_s);
     }
 
@@ -435,10 +456,10 @@ private slots:
         QVERIFY(informe.integro() && !informe.completo);
         QCOMPARE(informe.desde, QDate(2026, 3, 3));
         QCOMPARE(informe.acciones, 5000);
-        base.conexion().execute(u"UPDATE [Historial] SET iddoctor = 1 WHERE accion = '10'"_s);
+        ejecutar(base, u"UPDATE [Historial] SET iddoctor = 1 WHERE accion = '10'"_s);
         QCOMPARE(hallazgos(verificar(base, Alcance::Reciente)), QString());
         QCOMPARE(hallazgos(verificar(base)), u"Modificada 1"_s);
-        base.conexion().execute(u"DELETE FROM [Historial] WHERE accion = '6999'"_s);
+        ejecutar(base, u"DELETE FROM [Historial] WHERE accion = '6999'"_s);
         informe = verificar(base, Alcance::Reciente);
         QVERIFY(informe.completo);
         QCOMPARE(hallazgos(informe), u"Modificada 1 | Eliminada 1"_s);
@@ -452,7 +473,7 @@ private slots:
         const auto antes = db::cabezaRecordada(base);
         QVERIFY(antes && antes->orden == 8);
         base.conexion().execute(u"DELETE FROM [Historial Cadena] WHERE orden > 6"_s);
-        base.conexion().execute(u"DELETE FROM [Historial] WHERE accion in ('Otra','Última')"_s);
+        ejecutar(base, u"DELETE FROM [Historial] WHERE accion in ('Otra','Última')"_s);
         for (int i = 0; i < 5; ++i)
             db::registrarHistorial(base, u"Caja"_s, u"Sigue"_s);
         QCOMPARE(db::cabezaRecordada(base), antes);

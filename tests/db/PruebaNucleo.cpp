@@ -25,7 +25,7 @@ private slots:
         QCOMPARE(config.numero(u"nohay", 7), 7);
 
         // The last row counts, for reading and for writing.
-        base.conexion().execute(u"INSERT INTO [Config] (prefijohc,numerohc,sumfpp) VALUES ('Ñ-','abc',0)"_s);
+        base.conexion().execute(u"INSERT INTO [Config] (prefijohc,numerohc,sumfpp) VALUES (?,'abc',0)"_s, {u"Ñ-"_s});
         QCOMPARE(config.texto(u"prefijohc"), u"Ñ-"_s);
         QCOMPARE(config.numero(u"sumfpp"), 0);
         QCOMPARE(config.numero(u"numerohc", 3), 3); // not a number

@@ -1,5 +1,6 @@
 #include "support/ServerTestEngine.h"
 
+#include "base/Numeros.h"
 #include "db/Connection.h"
 #include "db/Error.h"
 #include "support/Prueba.h"
@@ -19,6 +20,11 @@ private slots:
     void acepta();
     void rechaza_data();
     void rechaza();
+    void alCorrer();
+    void valores_data();
+    void valores();
+    void importes();
+    void busquedas();
     void ambosDialectos();
     void tablas();
 
@@ -45,7 +51,8 @@ void SqlServidor::initTestCase()
           texto(QStringLiteral("DNI"), 20),
           fecha(QStringLiteral("FeNac")),
           bandera(QStringLiteral("Embarazo")),
-          simple(QStringLiteral("costo"))},
+          simple(QStringLiteral("costo")),
+          memo(QStringLiteral("Notas"))},
          {}});
     m_connection->createTable(
         {QStringLiteral("Agenda Turnos"),
@@ -54,7 +61,7 @@ void SqlServidor::initTestCase()
     for (const char *sql :
          {"INSERT INTO [Pacientes] (NroHC,Apellido,DNI,FeNac,Embarazo,costo) VALUES "
           "(10,N'Pérez','20111222','19800305',-1,1234.5)",
-          "INSERT INTO [Pacientes] (NroHC,Apellido,apellido2,DNI,Embarazo) VALUES (11,'Núñez','Paz','20260131',0)",
+          "INSERT INTO [Pacientes] (NroHC,Apellido,apellido2,DNI,Embarazo) VALUES (11,N'Núñez','Paz','20260131',0)",
           "INSERT INTO [Agenda Turnos] (NroHC,Fecha) VALUES (10,'20260131 10:20')",
           "INSERT INTO [Agenda Turnos] (NroHC,Fecha) SELECT NroHC,'20260131 23:59:59' FROM Pacientes WHERE NroHC = 11"})
         QCOMPARE(m_connection->execute(QString::fromUtf8(sql)), 1);
@@ -83,24 +90,30 @@ void SqlServidor::acepta_data()
     row("SELECT CASE WHEN apellido2 is null THEN '' ELSE apellido2 END FROM Pacientes ORDER BY NroHC", "\nPaz");
     row("SELECT CASE NroHC WHEN 10 THEN 'diez' ELSE 'otro' END FROM Pacientes ORDER BY NroHC", "diez\notro");
     row("SELECT CASE WHEN NroHC<=10 THEN '' ELSE NroHC END FROM Pacientes ORDER BY NroHC", "0\n11");
-    row("SELECT UPPER(Apellido), LOWER('Ñ') FROM Pacientes WHERE UPPER(Apellido) = 'PÉREZ'", "PÉREZ|ñ");
+    row("SELECT UPPER(Apellido), LOWER(N'Ñ') FROM Pacientes WHERE UPPER(Apellido) = N'PÉREZ'", "PÉREZ|ñ");
     row("SELECT NroHC FROM Pacientes WHERE DateDiff(yyyy, FeNac, '20260115') >= 46", "10");
-    row("SELECT format(FeNac,'dd/MM/yyyy'), format(Fecha,'dd/MM/yyyy HH:mm'), format(Fecha,'yyyyMMddHHmm') FROM "
-        "Pacientes INNER JOIN [Agenda Turnos] ON Pacientes.NroHC = [Agenda Turnos].NroHC ORDER BY Fecha",
-        "05/03/1980|31/01/2026 10:20|202601311020\n|31/01/2026 23:59|202601312359");
-    row("SELECT format(costo,'#,0.00','es-AR') AS c FROM Pacientes WHERE Embarazo <> 0", "1.234,50");
-    row("SELECT LEN('ab  '), SUBSTRING('ñandú',2,3), CHARINDEX('d','ñandú'), LEFT('ab',1)", "2|and|4|a");
+    row("SELECT CONVERT(nvarchar(40),CAST(costo AS money),1) AS c FROM Pacientes WHERE Embarazo <> 0", "1,234.50");
+    row("SELECT LEN('ab  '), SUBSTRING(N'ñandú',2,3), CHARINDEX('d',N'ñandú'), LEFT('ab',1)", "2|and|4|a");
     row("SELECT CAST(7 AS nvarchar(10)) + 'x', CONVERT(nvarchar(10), FeNac, 103), 7 / 2, 7 % 4 FROM Pacientes WHERE "
         "NroHC = "
         "10",
         "7x|05/03/1980|3|3");
-    row("SELECT COALESCE(NULLIF(Apellido,'pérez'),'nadie') FROM Pacientes ORDER BY NroHC", "nadie\nNúñez");
+    row("SELECT COALESCE(NULLIF(Apellido,N'pérez'),'nadie') FROM Pacientes ORDER BY NroHC", "nadie\nNúñez");
     row("SELECT YEAR(FeNac), DATEPART(mm,FeNac), ROUND(2.345,2), ABS(-1) FROM Pacientes WHERE NroHC = 10",
         "1980|3|2.35|1");
     row("SELECT NroHC, count(*) FROM [Agenda Turnos] GROUP BY NroHC HAVING count(*) > 0 ORDER BY NroHC", "10|1\n11|1");
     row("SELECT COLUMN_NAME FROM INFORMATION_SCHEMA.COLUMNS WHERE COLUMN_NAME = 'fenac' and TABLE_NAME = 'Pacientes'",
         "FeNac");
     row("SELECT TABLE_NAME FROM INFORMATION_SCHEMA.TABLES WHERE TABLE_NAME like 'Agenda%'", "Agenda Turnos");
+    // A flag is 1 whatever was written, and sorts behind 0.
+    row("SELECT Embarazo FROM Pacientes ORDER BY Embarazo DESC", "1\n0");
+    row("SELECT NroHC FROM Pacientes WHERE Embarazo = 1", "10");
+    row("SELECT (SELECT Apellido FROM Pacientes p WHERE p.NroHC = t.NroHC) AS a FROM [Agenda Turnos] t ORDER BY a",
+        "Núñez\nPérez");
+    row("SELECT (SELECT TOP 1 NroHC FROM Pacientes ORDER BY NroHC), (SELECT MAX(NroHC) FROM Pacientes)", "10|11");
+    row("SELECT DISTINCT Apellido AS a, NroHC FROM Pacientes ORDER BY NroHC, a", "Pérez|10\nNúñez|11");
+    row("SELECT NroHC + 0 AS n, SUM(costo) FROM Pacientes GROUP BY NroHC + 0 ORDER BY NroHC + 0", "10|1234.5\n11|");
+    row("SELECT NroHC FROM Pacientes WHERE CAST(Notas AS nvarchar(max)) = 'x' or Notas like '%.%'", "");
     row("SELECT d.f FROM (SELECT Fecha AS f FROM [Agenda Turnos]) AS d WHERE d.f < '20260131 12:00'",
         "2026-01-31 10:20:00");
 }
@@ -130,11 +143,51 @@ void SqlServidor::rechaza_data()
     row("UPDATE Pacientes SET Embarazo = true");
     row("SELECT DISTINCTROW NroHC FROM Pacientes");
     row("SELECT DateDiff('yyyy', FeNac, '20260115') FROM Pacientes");
-    row("SELECT format(FeNac,'dd/mm/yyyy') FROM Pacientes");
-    row("SELECT format(FeNac,'dd/MM/yyyy hh:nn') FROM Pacientes");
-    row("SELECT format(FeNac,'yyyymmddhhnn') FROM Pacientes");
-    row("SELECT format(costo,'#,0.00') FROM Pacientes");
-    row("SELECT format(Apellido,'dd/MM/yyyy') FROM Pacientes");
+    // Of later versions.
+    row("SELECT format(FeNac,'dd/MM/yyyy') FROM Pacientes");
+    row("SELECT format(costo,'#,0.00','es-AR') FROM Pacientes");
+    row("SELECT CONCAT(Apellido,'x') FROM Pacientes");
+    row("SELECT TRY_CONVERT(int,DNI) FROM Pacientes");
+    row("SELECT NroHC FROM Pacientes ORDER BY NroHC OFFSET 1 ROWS FETCH NEXT 1 ROWS ONLY");
+    // Letters that its code page may not have, accents that it keeps apart.
+    row("SELECT NroHC FROM Pacientes WHERE Apellido = 'Pérez'");
+    row("SELECT NroHC FROM Pacientes WHERE Apellido like N'%perez%'");
+    row("SELECT NroHC FROM Pacientes WHERE NroHC like '%1%'");
+    // A flag is 1 or 0.
+    row("SELECT NroHC FROM Pacientes WHERE Embarazo = -1");
+    row("SELECT SUM(Embarazo) FROM Pacientes");
+    row("SELECT MAX(Embarazo) FROM Pacientes");
+    row("SELECT NroHC FROM Pacientes WHERE -Embarazo = 1");
+    // Text and number.
+    row("SELECT NroHC FROM Pacientes WHERE DNI = 20111222");
+    row("SELECT NroHC FROM Pacientes WHERE DNI in (20111222)");
+    row("SELECT NroHC FROM Pacientes WHERE NroHC = DNI");
+    row("UPDATE Pacientes SET NroHC = DNI");
+    row("SELECT DNI FROM Pacientes UNION SELECT NroHC FROM Pacientes");
+    row("SELECT AVG(NroHC) FROM Pacientes");
+    row("SELECT CAST(costo AS nvarchar(20)) FROM Pacientes");
+    row("SELECT isnull(DNI,'sin documento de identidad') FROM Pacientes");
+    // Long texts may be "ntext".
+    row("SELECT NroHC FROM Pacientes WHERE Notas = 'x'");
+    row("SELECT DISTINCT Notas FROM Pacientes");
+    row("SELECT NroHC FROM Pacientes ORDER BY Notas");
+    row("SELECT LEN(Notas) FROM Pacientes");
+    row("SELECT Notas + 'x' FROM Pacientes");
+    // Names.
+    row("SELECT NroHC AS key FROM Pacientes");
+    row("SELECT NroHC FROM Pacientes user");
+    row("SELECT * FROM (SELECT COUNT(*) FROM Pacientes) AS d");
+    row("SELECT * FROM (SELECT NroHC, NroHC FROM Pacientes) AS d");
+    // Order and groups.
+    row("SELECT DISTINCT Apellido FROM Pacientes ORDER BY NroHC");
+    row("SELECT Apellido FROM Pacientes ORDER BY Apellido, Apellido");
+    row("SELECT Apellido, DNI AS Apellido FROM Pacientes ORDER BY Apellido");
+    row("SELECT *, NroHC FROM Pacientes ORDER BY NroHC");
+    row("SELECT Apellido AS a FROM Pacientes ORDER BY a + 'x'");
+    row("SELECT NroHC FROM Pacientes GROUP BY NroHC ORDER BY Apellido");
+    row("SELECT NroHC FROM Pacientes GROUP BY NroHC HAVING Apellido = 'x'");
+    row("SELECT COUNT(*) FROM Pacientes GROUP BY 1 + 1");
+    row("SELECT SUM((SELECT COUNT(*) FROM [Agenda Turnos])) FROM Pacientes");
     row("SELECT NroHC FROM Pacientes WHERE Embarazo = true");
     row("SELECT NroHC FROM Pacientes WHERE Embarazo");
     row("SELECT NroHC FROM Pacientes WHERE NOT Embarazo");
@@ -176,6 +229,133 @@ void SqlServidor::rechaza()
         return;
     }
     QFAIL("the server would refuse it");
+}
+
+namespace {
+
+template <typename Run>
+bool refused(const Run &run)
+{
+    try {
+        run();
+    } catch (const db::Error &) {
+        return true;
+    }
+    return false;
+}
+
+} // namespace
+
+/// What the server refuses only once it sees the rows.
+void SqlServidor::alCorrer()
+{
+    QVERIFY(refused([&] { (void)m_connection->query("SELECT (SELECT Apellido FROM Pacientes) AS a"); }));
+    QVERIFY(refused(
+        [&] { (void)m_connection->query("SELECT NroHC FROM Pacientes WHERE NroHC = (SELECT NroHC FROM Pacientes)"); }));
+    QVERIFY(refused([&] { (void)m_connection->query("SELECT CAST(costo * 1000000000000 AS money) FROM Pacientes"); }));
+    QVERIFY(refused([&] { (void)m_connection->query("SELECT Apellidos FROM Pacientes"); }));
+    QVERIFY(refused([&] { (void)m_connection->query("SELECT NroHC AS n FROM Pacientes WHERE n = 1"); }));
+}
+
+void SqlServidor::valores_data()
+{
+    QTest::addColumn<QString>("sql");
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<bool>("taken");
+    const auto row = [](const char *sql, const QVariant &value, bool taken) {
+        QTest::addRow("%s %s", sql, qPrintable(value.toString())) << QString::fromUtf8(sql) << value << taken;
+    };
+    row("SELECT NroHC FROM Pacientes WHERE DNI = ?", QStringLiteral("20111222"), true);
+    row("SELECT NroHC FROM Pacientes WHERE DNI = ?", 20111222, false);
+    row("SELECT NroHC FROM Pacientes WHERE NroHC = ?", QStringLiteral("10"), true);
+    row("SELECT NroHC FROM Pacientes WHERE NroHC in (?)", QStringLiteral("diez"), false);
+    row("SELECT NroHC FROM Pacientes WHERE NroHC between ? and 20", QString(), false);
+    row("SELECT NroHC FROM Pacientes WHERE FeNac >= ?", QDate(1753, 1, 1), true);
+    row("SELECT NroHC FROM Pacientes WHERE FeNac >= ?", QDate(1752, 12, 31), false);
+    row("SELECT NroHC FROM Pacientes WHERE FeNac >= ?", QStringLiteral("2020-01-01"), false);
+    row("SELECT NroHC FROM Pacientes WHERE Embarazo = ?", true, false);
+    row("UPDATE Pacientes SET DNI = ? WHERE NroHC = 99", 5, true);
+    row("UPDATE Pacientes SET DNI = ? WHERE NroHC = 99", 1234567.5, false);
+    row("UPDATE Pacientes SET Embarazo = ? WHERE NroHC = 99", true, true);
+    row("UPDATE Pacientes SET FeNac = ? WHERE NroHC = 99", QVariant(), true);
+}
+
+void SqlServidor::valores()
+{
+    QFETCH(QString, sql);
+    QFETCH(QVariant, value);
+    QFETCH(bool, taken);
+    QCOMPARE(
+        refused([&] {
+            if (sql.startsWith(QLatin1String("SELECT")))
+                (void)m_connection->query(sql, {value});
+            else
+                m_connection->execute(sql, {value});
+        }),
+        !taken);
+}
+
+/// Amounts read alike from both back ends, and as the program writes them.
+void SqlServidor::importes()
+{
+    const auto access = std::make_unique<db::Connection>(
+        std::make_unique<db::EmbeddedEngine>(m_folder.filePath(QStringLiteral("Datos.mdb")), QStringLiteral("x")));
+    for (const double amount :
+         {0.0,
+          0.004,
+          0.005,
+          -0.004,
+          -0.005,
+          0.145,
+          1.0,
+          -1234.5,
+          1234.565,
+          999.995,
+          1000000.0,
+          1234567.5,
+          -0.5,
+          123456789.12,
+          99999999.99,
+          0.1 + 0.2,
+          double(0.145F),
+          double(1234.56F),
+          double(-45.675F)}) {
+        QStringList texts{base::dinero(amount)};
+        for (db::Connection *connection : {access.get(), m_connection.get()})
+            texts << text(connection->query(QStringLiteral("SELECT %1 AS c FROM Pacientes WHERE NroHC = 10")
+                                                .arg(connection->dialect().formatMoney(
+                                                    QStringLiteral("(costo * 0 + %1)").arg(amount, 0, 'f', 12)))));
+        QCOMPARE(texts, QStringList(3, texts.first()));
+    }
+    const auto written = [&](const QString &expression) {
+        return text(m_connection->query(QStringLiteral("SELECT isnull(%1,'nada') FROM Pacientes WHERE NroHC = 10")
+                                            .arg(m_connection->dialect().formatMoney(expression))));
+    };
+    QCOMPARE(written(QStringLiteral("NULLIF(NroHC,10)")), QStringLiteral("nada"));
+    // What a card's bars would give, read into the wrong field, must not stop the whole list.
+    QVERIFY(!written(QStringLiteral("costo * 100000000000000000")).isEmpty());
+}
+
+/// A search finds the same in both back ends.
+void SqlServidor::busquedas()
+{
+    const auto access = std::make_unique<db::Connection>(
+        std::make_unique<db::EmbeddedEngine>(m_folder.filePath(QStringLiteral("Datos.mdb")), QStringLiteral("x")));
+    for (const auto &[sought, found] :
+         {std::pair("perez", "10"),
+          std::pair("PÉR", "10"),
+          std::pair("nun", "11"),
+          std::pair("NUÑ", "11"),
+          std::pair("ñun", ""),
+          std::pair("[n", ""),
+          std::pair("_", ""),
+          std::pair("%", "")})
+        for (db::Connection *connection : {access.get(), m_connection.get()})
+            QCOMPARE(
+                text(connection->query(
+                    QStringLiteral("SELECT NroHC FROM Pacientes WHERE ")
+                    + connection->dialect().contains(QStringLiteral("Apellido"), QString::fromUtf8(sought)))),
+                QString::fromLatin1(found));
 }
 
 void SqlServidor::ambosDialectos()
@@ -244,9 +424,17 @@ void SqlServidor::tablas()
     run("INSERT INTO [Caja Vieja] (detalle) VALUES ('y')");
     // A default is for new rows only.
     QCOMPARE(rows(QStringLiteral("SELECT isnull(turno,5) FROM [Caja Vieja] ORDER BY id")), QStringLiteral("5\n-1"));
-    run("IF EXISTS (SELECT * FROM INFORMATION_SCHEMA.COLUMNS WHERE COLUMN_NAME = 'turno' and TABLE_NAME = 'Caja "
-        "Vieja') "
-        "BEGIN ALTER TABLE [Caja Vieja] DROP COLUMN turno; END");
+    const char *drop
+        = "IF EXISTS (SELECT * FROM INFORMATION_SCHEMA.COLUMNS WHERE COLUMN_NAME = 'turno' and TABLE_NAME = 'Caja "
+          "Vieja') BEGIN ALTER TABLE [Caja Vieja] DROP COLUMN turno; END";
+    // Its default value holds it.
+    QVERIFY(refused([&] { run(drop); }));
+    const QString held
+        = rows("SELECT name FROM sys.default_constraints WHERE parent_object_id = OBJECT_ID('[Caja Vieja]') and "
+               "COL_NAME(parent_object_id,parent_column_id) = 'TURNO'");
+    QVERIFY(!held.isEmpty());
+    m_connection->execute(QStringLiteral("ALTER TABLE [Caja Vieja] DROP CONSTRAINT [%1]").arg(held));
+    run(drop);
     QCOMPARE(m_connection->columns(QStringLiteral("Caja Vieja")).size(), 7);
 
     const char *index

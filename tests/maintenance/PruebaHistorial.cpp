@@ -294,7 +294,9 @@ private slots:
         QCOMPARE(v->estado->text(), u"Registro íntegro desde 19/03/2026 (2 acciones); anteriores sin cambios: 1.000"_s);
         QVERIFY(!v->diferencias->isVisible());
 
-        base->conexion().execute(u"UPDATE [Historial] SET accion = 'Cambiada' WHERE accion = 'Ayer'"_s);
+        base->conexion().execute(
+            u"UPDATE [Historial] SET accion = 'Cambiada' WHERE "_s
+            + base->conexion().dialect().contains(u"accion"_s, u"Ayer"));
         pulsar(v->verificar);
         QTRY_VERIFY(!v->ocupada());
         QCOMPARE(v->estado->text(), u"Registro alterado: 1 diferencia, del 19/03/2026 09:00"_s);

@@ -197,7 +197,7 @@ private slots:
         QVERIFY(rechazo("Lista Coberturas", con(0, u"Otra"_s, {{}})).startsWith(sinPermiso));
         QVERIFY(!eliminarEntrada(*base, cobertura, doble));
         QVERIFY(!reemplazarEntrada(*base, cobertura, doble, 1));
-        QCOMPARE(cuenta(u"Lista Coberturas"_s, u"nombre = 'Mutual Ñu'"_s), 1);
+        QCOMPARE(cuenta(u"Lista Coberturas"_s, u"nombre = "_s + base->conexion().dialect().text(u"Mutual Ñu")), 1);
     }
 
     void eliminaLoQueNadieUsa_data() { soporte::filasDeDialecto(); }

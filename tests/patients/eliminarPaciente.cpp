@@ -120,7 +120,7 @@ private slots:
         QVERIFY(!QFile::exists(suya) && !QFile::exists(foto) && !QFile::exists(fotoVieja));
         QVERIFY(QFile::exists(comun) && QFile::exists(otraFoto) && QFile::exists(ajeno));
         QCOMPARE(
-            base.valor("SELECT accion FROM [Historial] WHERE ventana = 'Elección del Paciente'"),
+            base.valor("SELECT accion FROM [Historial] WHERE ventana = ?", {"Elección del Paciente"}),
             QStringLiteral("Se eliminó el paciente 'O'Higgins Paz, Ana'."));
     }
 

@@ -142,7 +142,7 @@ private slots:
     {
         m_base->conexion().execute(u"UPDATE [Config] SET tipoformunewpaci = 1"_s);
         m_base->conexion().execute(
-            u"INSERT INTO [Pacientes] (NroHC,Apellido,Nombres,DNI) VALUES (900,'Sosa','Mía','12345678')"_s);
+            u"INSERT INTO [Pacientes] (NroHC,Apellido,Nombres,DNI) VALUES (900,'Sosa','Mia','12345678')"_s);
         auto *v = abrir<nuevopaci>(u"nuevopaci"_s);
         QVERIFY(v->opcionampli->isChecked());
         QCOMPARE(v->focusWidget()->objectName(), u"apellido"_s);

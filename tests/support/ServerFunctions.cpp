@@ -1,9 +1,5 @@
 #include "support/ServerParser.h"
 
-#include "db/sql/Format.h"
-
-#include <QRegularExpression>
-
 namespace soporte {
 
 using namespace db::sql;
@@ -27,7 +23,6 @@ const QHash<QString, Simple> &simpleFunctions()
         {QStringLiteral("replace"), {"v_replace", 3, 3, Kind::Text}},
         {QStringLiteral("space"), {"v_space", 1, 1, Kind::Text}},
         {QStringLiteral("char"), {"v_chr", 1, 1, Kind::Text}},
-        {QStringLiteral("concat"), {"v_concat", 2, 60, Kind::Text}},
         {QStringLiteral("abs"), {"v_abs", 1, 1, Kind::Number}},
         {QStringLiteral("floor"), {"v_int", 1, 1, Kind::Number}},
         {QStringLiteral("round"), {"v_roundaway", 2, 2, Kind::Number}},
@@ -35,22 +30,6 @@ const QHash<QString, Simple> &simpleFunctions()
         {QStringLiteral("sqrt"), {"v_sqr", 1, 1, Kind::Number}},
     };
     return functions;
-}
-
-/// The Access pattern of a .NET one; empty when the server would write something else than what is meant.
-QString accessPattern(const QString &pattern, bool hasCulture)
-{
-    static const QRegularExpression date(QStringLiteral("^(?:yyyy|yy|MM|dd|HH|mm|ss|[-/: .])+$"));
-    static const QRegularExpression number(QStringLiteral("^(#,)?0+(\\.0+)?$"));
-    if (number.match(pattern).hasMatch())
-        return hasCulture || QStringView(pattern).count(u'0') == pattern.size() ? pattern : QString();
-    // "mm" is minutes here: without an hour it was meant as the month.
-    if (!date.match(pattern).hasMatch()
-        || (pattern.contains(QLatin1String("mm")) && !pattern.contains(QLatin1String("HH"))))
-        return {};
-    QString access = pattern;
-    access.replace(QLatin1String("mm"), QLatin1String("nn"), Qt::CaseSensitive);
-    return access.replace(QLatin1String("MM"), QLatin1String("mm"), Qt::CaseSensitive);
 }
 
 const char *interval(const QString &part)
@@ -74,7 +53,7 @@ bool ServerParser::isFunction(const Token &name) const
     static const QStringList others
         = QStringLiteral(
               "isnull,coalesce,nullif,len,charindex,upper,lower,getdate,datediff,dateadd,datepart,year,month,"
-              "day,format,cast,convert,count,sum,avg,min,max,object_id,ceiling")
+              "day,cast,convert,count,sum,avg,min,max,object_id,col_name,ceiling")
               .split(u',');
     return simpleFunctions().contains(name.text.toLower()) || others.contains(name.text.toLower());
 }
@@ -84,13 +63,18 @@ Expr ServerParser::function(const Token &name)
     const QString function = name.text.toLower();
     if (QStringLiteral(",count,sum,avg,min,max,").contains(u',' + function + u','))
         return aggregate(name);
-    if (function == u"format")
-        return formatFunction(name);
     if (function == u"datediff" || function == u"dateadd" || function == u"datepart")
         return dateFunction(function, name);
     if (function == u"cast" || function == u"convert")
         return conversion(function == u"cast");
     return simple(function, name);
+}
+
+void ServerParser::refuseLong(const std::vector<Expr> &arguments, const Token &name)
+{
+    for (const Expr &argument : arguments)
+        if (argument.traits & Long)
+            failSyntax(QStringLiteral("\"%1\" de un texto largo: falta convertirlo").arg(name.text), name.position);
 }
 
 Expr ServerParser::simple(const QString &function, const Token &name)
@@ -101,6 +85,8 @@ Expr ServerParser::simple(const QString &function, const Token &name)
         inner = arguments(name, known->least, known->most);
         result.sql = call(known->sql, inner);
         result.kind = known->kind;
+        if (known->kind == Kind::Text)
+            refuseLong(inner, name);
     } else if (function == u"isnull" || function == u"coalesce") {
         inner = arguments(name, 2, function == u"isnull" ? 2 : 20);
         std::vector<Expr *> branches;
@@ -108,6 +94,11 @@ Expr ServerParser::simple(const QString &function, const Token &name)
             branches.push_back(&argument);
         result.kind = unify(branches, name.position);
         result.sql = call("coalesce", inner);
+        // ISNULL has the type of its first argument, which cuts the second.
+        const int size = inner[0].traits / SizeFactor;
+        if (function == u"isnull" && size > 0
+            && (inner[1].traits / SizeFactor > size || (inner[1].literal && inner[1].literal->size() > size)))
+            failSyntax(QStringLiteral("ISNULL corta su segundo valor"), name.position);
     } else if (function == u"nullif") {
         inner = arguments(name, 2, 2);
         fit(inner[1], inner[0].kind, name.position);
@@ -116,6 +107,7 @@ Expr ServerParser::simple(const QString &function, const Token &name)
     } else if (function == u"len") {
         // Blanks at the end do not count.
         inner = arguments(name, 1, 1);
+        refuseLong(inner, name);
         result.sql = "v_len(v_rtrim(" + inner.front().sql + "))";
         result.kind = Kind::Number;
     } else if (function == u"charindex") {
@@ -126,6 +118,7 @@ Expr ServerParser::simple(const QString &function, const Token &name)
         result.kind = Kind::Number;
     } else if (function == u"upper" || function == u"lower") {
         inner = arguments(name, 1, 1);
+        refuseLong(inner, name);
         result.sql = call(function == u"upper" ? "v_ucase" : "v_lcase", inner);
         result.kind = Kind::Text;
         if (inner.front().column)
@@ -138,6 +131,12 @@ Expr ServerParser::simple(const QString &function, const Token &name)
         inner = arguments(name, 1, 1);
         result.sql = "(- v_int(- " + operand(inner.front()) + "))";
         result.kind = Kind::Number;
+    } else if (function == u"col_name") {
+        // The catalog numbers tables and columns by their names.
+        inner = arguments(name, 2, 2);
+        result.sql = inner[1].sql + " COLLATE NOCASE";
+        result.kind = Kind::Text;
+        result.atomic = false;
     } else if (function == u"object_id") {
         inner = arguments(name, 1, 1);
         if (!inner.front().literal)
@@ -155,26 +154,6 @@ Expr ServerParser::simple(const QString &function, const Token &name)
     }
     for (const Expr &argument : inner)
         result.aggregate = result.aggregate || argument.aggregate;
-    return result;
-}
-
-Expr ServerParser::formatFunction(const Token &name)
-{
-    std::vector<Expr> inner = arguments(name, 2, 3);
-    const bool culture = inner.size() == 3;
-    if (culture && inner[2].literal != QStringLiteral("es-AR"))
-        failSyntax(QStringLiteral("FORMAT de otro país"), name.position);
-    const QString pattern = inner[1].literal ? accessPattern(*inner[1].literal, culture) : QString();
-    if (pattern.isEmpty())
-        failSyntax(QStringLiteral("Formato que el servidor escribe de otro modo"), name.position);
-    const Kind needed = FormatPattern(pattern.toUtf8()).isDate() ? Kind::Date : Kind::Number;
-    if (inner[0].kind != needed && inner[0].kind != Kind::Unknown && inner[0].kind != Kind::Null)
-        failSyntax(QStringLiteral("FORMAT de un valor de otro tipo"), name.position);
-    Expr result;
-    result.sql = "CASE WHEN " + operand(inner[0]) + " IS NULL THEN NULL ELSE v_format(" + inner[0].sql + ", "
-        + textLiteral(pattern) + ") END";
-    result.kind = Kind::Text;
-    result.aggregate = inner[0].aggregate;
     return result;
 }
 
@@ -224,7 +203,7 @@ Expr ServerParser::conversion(bool cast)
         }
         expectSymbol(u")");
     }
-    int style = 0;
+    int style = -1;
     if (!cast) {
         expectSymbol(u",");
         expr = value();
@@ -247,6 +226,13 @@ Expr ServerParser::conversion(bool cast)
         fit(expr, Kind::Number, at);
         result.sql = "v_roundaway(" + expr.sql + ", " + QByteArray::number(sizes[1]) + ')';
         result.kind = Kind::Number;
+    } else if (type == u"money") {
+        fit(expr, Kind::Number, at);
+        // Beyond its range the server fails.
+        result.sql = "CASE WHEN abs(" + expr.sql + ") > 922337203685477 THEN abs(-9223372036854775807 - (" + expr.sql
+            + " IS NOT NULL)) ELSE v_roundaway(" + expr.sql + ", 4) END";
+        result.kind = Kind::Number;
+        result.traits = Money;
     } else if (type == u"nvarchar" || type == u"varchar" || type == u"nchar" || type == u"char") {
         static const QHash<int, const char *> styles{
             {103, "dd/mm/yyyy"}, {112, "yyyymmdd"}, {108, "hh:nn:ss"}, {120, "yyyy-mm-dd hh:nn:ss"}};
@@ -255,7 +241,15 @@ Expr ServerParser::conversion(bool cast)
                 failSyntax(QStringLiteral("Fecha convertida a texto sin estilo conocido"), at);
             result.sql = "CASE WHEN " + operand(expr) + " IS NULL THEN NULL ELSE v_format(" + expr.sql + ", '"
                 + styles.value(style) + "') END";
+        } else if (style == 1 && (expr.traits & Money)) {
+            // "1,234.50" in every language.
+            result.sql
+                = "v_replace(v_replace(v_replace(v_format(" + expr.sql + ", '#,0.00'), '.', ';'), ',', '.'), ';', ',')";
+            result.sql = "CASE WHEN " + operand(expr) + " IS NULL THEN NULL ELSE " + result.sql + " END";
         } else {
+            // Six digits are all that a number with decimals keeps unless told otherwise.
+            if (style < 0 && (expr.traits & Inexact))
+                failSyntax(QStringLiteral("Número con decimales convertido a texto sin estilo"), at);
             result.sql = expr.kind == Kind::Text ? expr.sql : "v_replace(v_cstr(" + expr.sql + "), ',', '.')";
             if (sizes[0] > 0)
                 result.sql = "v_left(" + result.sql + ", " + QByteArray::number(sizes[0]) + ')';

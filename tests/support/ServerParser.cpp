@@ -39,6 +39,8 @@ const QStringList &catalogColumns()
         QStringLiteral("data_type"),
         QStringLiteral("table_type"),
         QStringLiteral("object_id"),
+        QStringLiteral("parent_object_id"),
+        QStringLiteral("parent_column_id"),
         QStringLiteral("name")};
     return columns;
 }
@@ -111,6 +113,8 @@ Expr ServerParser::combine(Operator op, Expr left, Expr right, int position)
         if (left.kind == Kind::Number || right.kind == Kind::Number || left.kind == Kind::Date
             || right.kind == Kind::Date)
             failSyntax(QStringLiteral("\"+\" de un texto y otra cosa: falta convertirla"), position);
+        if ((left.traits | right.traits) & Long)
+            failSyntax(QStringLiteral("\"+\" de un texto largo: falta convertirlo"), position);
         Expr result;
         result.sql = operand(left) + " || " + operand(right);
         result.kind = Kind::Text;
@@ -156,8 +160,12 @@ Expr ServerParser::caseExpression()
     while (accept(u"when")) {
         const int next = position();
         Expr test = subject.isEmpty() ? condition() : value();
-        if (!subject.isEmpty())
+        if (!subject.isEmpty()) {
             fit(test, kind, next);
+            Expr chosen;
+            chosen.kind = kind;
+            pair(chosen, test, next);
+        }
         tests.push_back(test.sql);
         expect(u"then");
         branches.push_back(value());
@@ -220,14 +228,25 @@ std::optional<Kind> ServerParser::columnKind(const QString &table, const QString
 {
     if (table.contains(u'.'))
         return catalogColumns().contains(column.toLower()) ? std::optional(Kind::Text) : std::nullopt;
-    auto known = m_tables.constFind(table.toLower());
-    if (known == m_tables.cend())
+    const db::Column *found = columnOf(table, column);
+    return found ? std::optional(kindOf(found->type)) : std::nullopt;
+}
+
+const QVector<db::Column> &ServerParser::columnsOf(const QString &table) const
+{
+    auto known = m_tables.find(table.toLower());
+    if (known == m_tables.end())
         known = m_tables.insert(table.toLower(), m_lookup(table));
-    for (const db::Column &candidate : *known) {
+    return *known;
+}
+
+const db::Column *ServerParser::columnOf(const QString &table, const QString &column) const
+{
+    for (const db::Column &candidate : columnsOf(table)) {
         if (candidate.name.compare(column, Qt::CaseInsensitive) == 0)
-            return kindOf(candidate.type);
+            return &candidate;
     }
-    return std::nullopt;
+    return nullptr;
 }
 
 void ServerParser::fit(Expr &expr, Kind kind, int position)
@@ -297,6 +316,10 @@ QByteArray ServerParser::tableReference(QString &name)
         // The engine's index names begin with their table's.
         sql = "(SELECT tbl_name COLLATE NOCASE AS object_id, replace(substr(name, length(tbl_name) + 2), ' ', '_') "
               "COLLATE NOCASE AS name FROM sqlite_master WHERE type = 'index')";
+    else if (full == u"sys.default_constraints")
+        sql = "(SELECT 'DF_' || m.name || '_' || c.name COLLATE NOCASE AS name, m.name COLLATE NOCASE AS "
+              "parent_object_id, c.name COLLATE NOCASE AS parent_column_id FROM sqlite_master AS m, "
+              "pragma_table_info(m.name) AS c WHERE m.type = 'table' AND c.dflt_value IS NOT NULL)";
     else
         fail(QStringLiteral("Tabla desconocida \"%1\"").arg(full));
     sql += " AS " + quoted(view);

@@ -131,8 +131,14 @@ Translated ServerParser::alter()
     expect(u"table");
     const QString name = identifier();
     if (accept(u"drop")) {
+        m_result.dropFrom = name;
+        if (accept(u"constraint")) {
+            m_result.droppedConstraint = identifier();
+            return {};
+        }
         expect(u"column");
-        return {"ALTER TABLE " + quoted(name) + " DROP COLUMN " + quoted(identifier()), false, {}};
+        m_result.droppedColumn = identifier();
+        return {"ALTER TABLE " + quoted(name) + " DROP COLUMN " + quoted(m_result.droppedColumn), false, {}};
     }
     expect(u"add");
     db::Table added;

@@ -90,7 +90,8 @@ private slots:
     {
         soporte::BaseDePrueba base(soporte::dialectoActual());
         base.conexion().execute(
-            QStringLiteral("INSERT INTO [Lista Doctores] (NomDoc,tipo,prioridad) VALUES ('Zulema Díaz',0,5)"));
+            QStringLiteral("INSERT INTO [Lista Doctores] (NomDoc,tipo,prioridad) VALUES (?,0,5)"),
+            {QStringLiteral("Zulema Díaz")});
         const int zulema = int(base.conexion().insertedId());
         QComboBox lista;
         QSignalSpy cambios(&lista, &QComboBox::currentIndexChanged);

@@ -126,7 +126,7 @@ private slots:
         QCOMPARE(elegido(v), QString("Zoé"));
         QVERIFY(!v->hayCambios() && v->claveusuario->text().isEmpty());
         QVERIFY(avisosAlMarco > 0);
-        const int id = base->valor("SELECT id FROM [Lista Doctores] WHERE NomDoc = 'Zoé'").toInt();
+        const int id = base->valor("SELECT id FROM [Lista Doctores] WHERE NomDoc = ?", {"Zoé"}).toInt();
         QVERIFY(claves::coincide(base->clave(id), "Lobo"));
         QCOMPARE(base->columna(id, "medisecre") + base->columna(id, "accesocaja"), QString("200"));
     }

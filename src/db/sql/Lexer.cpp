@@ -6,6 +6,8 @@
 #include <QRegularExpression>
 #include <QTime>
 
+#include <algorithm>
+
 namespace db::sql {
 
 namespace {
@@ -87,9 +89,13 @@ private:
     void read(Token &token)
     {
         const QChar c = m_text[m_at];
-        if (c == u'\'' || (c == u'"' && m_rules.doubleQuotedText))
+        if (c == u'\'' || (c == u'"' && m_rules.doubleQuotedText)) {
             readText(token, c);
-        else if (m_rules.nationalText && (c == u'N' || c == u'n') && at(m_at + 1) == u'\'') {
+            // The server would read it in the code page of its own collation.
+            if (m_rules.nationalText
+                && std::any_of(token.text.cbegin(), token.text.cend(), [](QChar t) { return t.unicode() > 0x7e; }))
+                failSyntax(QStringLiteral("Texto con letras propias del castellano sin N delante"), token.position);
+        } else if (m_rules.nationalText && (c == u'N' || c == u'n') && at(m_at + 1) == u'\'') {
             ++m_at;
             readText(token, u'\'');
         } else if (c == u'[')

@@ -37,7 +37,7 @@ struct Token {
 struct LexerRules {
     bool hashDates = true; ///< #mm/dd/yyyy#
     bool doubleQuotedText = true; ///< "text"
-    bool nationalText = false; ///< N'text'
+    bool nationalText = false; ///< N'text', without which a text is plain ASCII
     bool dollarNames = true; ///< ucase$
     bool dashComments = false; ///< "--" begins a comment, and is therefore refused
     QStringView symbols; ///< one-character symbols beyond the common ones

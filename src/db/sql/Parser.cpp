@@ -89,7 +89,7 @@ bool Parser::atIdentifier() const
 {
     const Token &token = peek();
     return token.kind == Token::Kind::Bracketed
-        || (token.kind == Token::Kind::Name && !isReserved(token.text) && !token.text.endsWith(u'$'));
+        || (token.kind == Token::Kind::Name && !reserves(token.text) && !token.text.endsWith(u'$'));
 }
 
 QString Parser::identifier()

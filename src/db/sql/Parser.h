@@ -20,6 +20,8 @@ struct Expr {
     bool atomic = true; ///< stands as an operand without parentheses
     bool column = false; ///< a plain column: brings its own collation
     bool aggregate = false; ///< holds an aggregate
+    int parameter = 0; ///< number of the "?" that it is
+    int traits = 0; ///< of a plain column: what the dialect noted in describe()
     std::optional<int> truth; ///< the literals true (-1) and false (0)
     std::optional<QString> literal; ///< value of a text literal
     QString name; ///< of a plain column, without its table
@@ -50,12 +52,19 @@ protected:
         QString name;
         Kind kind = Kind::Unknown;
         bool column = false;
+        bool named = true;
+        QByteArray sql;
+        int traits = 0;
     };
     struct Query {
         QByteArray sql;
         QVector<Output> outputs;
         QString singleTable;
         bool everything = false; ///< holds a "*"
+        bool distinct = false;
+        bool oneRow = false; ///< never yields more
+        /// Columns and expressions of GROUP BY; none for aggregates over everything, no value without aggregates.
+        std::optional<QList<QByteArray>> groups;
     };
     struct Source {
         QString table;
@@ -64,6 +73,28 @@ protected:
     };
 
     Parser(QStringView statement, const LexerRules &rules);
+
+    /// What a value or condition is used for where one of the dialects takes fewer than the other.
+    enum class Use {
+        Order, ///< a column or expression of ORDER BY
+        OrderNotSelected, ///< one that a SELECT DISTINCT does not show
+        OrderNotGrouped, ///< one that a grouped query does not group by
+        OrderTwice,
+        OrderAmbiguous, ///< a name that the list shows twice
+        OrderByInnerAlias, ///< a column's new name inside an expression
+        Group,
+        GroupConstant, ///< a GROUP BY without a column
+        GroupedSubquery, ///< a subquery inside GROUP BY or an aggregate
+        HavingNotGrouped,
+        Distinct, ///< a column of SELECT DISTINCT or UNION
+        UnionOfKinds, ///< columns of a UNION that are of different kinds
+        Unnamed, ///< a computed column without a name in a FROM
+        RepeatedName, ///< two columns of one name in a FROM
+        Sum, ///< SUM and AVG
+        Average,
+        Extreme, ///< MIN and MAX
+        Signed
+    };
 
     // What the dialects differ in.
     virtual Translated statement() = 0;
@@ -79,6 +110,22 @@ protected:
     {
         return Kind::Unknown;
     }
+    /// Of a column just found in a table of the catalog.
+    virtual void describe(Expr &, const QString & /*table*/) { }
+    /// A column that no table of the statement has.
+    virtual void unknownColumn(const QString &, int) { }
+    [[nodiscard]] virtual bool reserves(const QString &word) const { return isReserved(word); }
+    /// What may follow an operand.
+    virtual Expr suffix(Expr operand) { return operand; }
+    /// Refuses what the dialect does not take.
+    virtual void use(Use, const Expr &, int) { }
+    /// Two values about to be compared.
+    virtual void pair(Expr &, Expr &, int) { }
+    virtual void liked(const Expr &, const Expr & /*pattern*/, int) { }
+    /// A value about to be written into a column.
+    virtual void assigned(const QString &table, const QString &column, Expr &value, int position, bool isNew);
+    /// A subquery as a value.
+    [[nodiscard]] virtual QByteArray scalar(const Query &inner) { return '(' + inner.sql + ')'; }
     /// Turns a literal into what its counterpart of the given kind needs.
     virtual void fit(Expr &, Kind, int) { }
     /// A condition as a value and a value as a condition, where the dialect has them.
@@ -146,6 +193,10 @@ protected:
     std::vector<std::vector<Source>> m_scopes; ///< tables that a column may come from, innermost last
 
 private:
+    struct Target {
+        QString table, column;
+    };
+
     Expr disjunction();
     Expr conjunction();
     Expr negation();
@@ -172,8 +223,10 @@ private:
     QByteArray fromClause(QString &singleTable);
     QByteArray joinedSources(bool leftmost, QString &singleTable);
     QByteArray source(bool leftmost, QString &singleTable);
-    QByteArray groupBy(const std::vector<Item> &items);
+    QByteArray groupBy(const std::vector<Item> &items, QList<QByteArray> &groups);
     void checkGrouping(const std::vector<Item> &items, const QStringList &columns, const QList<QByteArray> &groups);
+    void checkSources(const Query &inner, int position);
+    void checkOrder(const Query &result, const Expr &expr, bool selected, int position);
     QByteArray orderBy(const Query &result);
 
     std::vector<Token> m_tokens;
@@ -181,7 +234,10 @@ private:
     int m_depth = 0;
     int m_aggregates = 0; ///< aggregates that the word being read stands in
     QStringList *m_columns = nullptr; ///< where the columns of the item being read are noted
-    std::vector<Kind> m_targets; ///< kinds of the columns that the next select list is inserted into
+    std::vector<Target> m_targets; ///< columns that the next select list is inserted into
+    bool m_grouping = false; ///< inside GROUP BY
+    const Query *m_ordered = nullptr; ///< whose ORDER BY is being read
+    bool m_aliasUsed = false; ///< by the term of ORDER BY being read
 };
 
 } // namespace db::sql

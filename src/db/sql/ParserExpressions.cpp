@@ -1,5 +1,7 @@
 #include "db/sql/Parser.h"
 
+#include <algorithm>
+
 namespace db::sql {
 
 namespace {
@@ -174,6 +176,7 @@ Expr Parser::compare(const QString &op, Expr left, Expr right, int position)
     }
     fit(left, right.kind, position);
     fit(right, left.kind, position);
+    pair(left, right, position);
 
     // The order of text ignores case anyway, and the bare column can use its index.
     const bool leftCased = !left.uncased.isEmpty(), rightCased = !right.uncased.isEmpty();
@@ -192,6 +195,7 @@ Expr Parser::like(const Expr &left, bool negated)
     Expr right = arithmetic(1);
     if (right.kind == Kind::Boolean || left.kind == Kind::Boolean)
         failSyntax(QStringLiteral("LIKE de un valor lógico"), at);
+    liked(left, right, at);
     // LIKE ignores case by itself.
     const QByteArray subject = left.uncased.isEmpty() ? operand(left) : left.uncased;
     const QByteArray pattern = right.uncased.isEmpty() ? operand(right) : right.uncased;
@@ -214,6 +218,10 @@ Expr Parser::membership(Expr left, bool negated)
         if (inner.everything || inner.outputs.size() != 1)
             failSyntax(QStringLiteral("IN con más de una columna"), at);
         list = inner.sql;
+        Expr item;
+        item.kind = inner.outputs.first().kind;
+        item.traits = inner.outputs.first().traits;
+        pair(left, item, at);
     } else {
         do {
             const int next = position();
@@ -221,6 +229,7 @@ Expr Parser::membership(Expr left, bool negated)
             fit(item, left.kind, next);
             if (left.literal)
                 fit(left, item.kind, at);
+            pair(left, item, next);
             aggregates = aggregates || item.aggregate;
             list += (list.isEmpty() ? "" : ", ") + item.sql;
         } while (acceptSymbol(u","));
@@ -242,6 +251,8 @@ Expr Parser::range(Expr left, bool negated)
     fit(low, left.kind, at);
     fit(high, left.kind, at);
     fit(left, low.kind == Kind::Date ? low.kind : high.kind, at);
+    pair(left, low, at);
+    pair(left, high, at);
     Expr result = compound(
         withCollation(left) + (negated ? " NOT BETWEEN " : " BETWEEN ") + operand(low) + " AND " + operand(high),
         Kind::Boolean);
@@ -260,12 +271,13 @@ Expr Parser::arithmetic(int least)
             inner = conditionAsValue(std::move(inner), sign.position);
         if (inner.literal || inner.kind == Kind::Date)
             failSyntax(QStringLiteral("Signo delante de un texto o fecha"), sign.position);
+        use(Use::Signed, inner, sign.position);
         // Always inside parentheses: two signs in a row would begin a comment of the engine's.
         left.sql = sign.text == u"-" ? "(- " + operand(inner) + ')' : operand(inner);
         left.kind = Kind::Number;
         left.aggregate = inner.aggregate;
     } else {
-        left = primary();
+        left = suffix(primary());
     }
     for (int links = 0;; ++links) {
         const Operator op = operatorAt(peek());
@@ -318,6 +330,7 @@ Expr Parser::primary()
         take();
         // Numbered, because the rewriting may move or repeat it.
         result.sql = '?' + QByteArray::number(token.parameter);
+        result.parameter = token.parameter;
         return result;
     case Token::Kind::Bracketed: return columnReference();
     case Token::Kind::Symbol:
@@ -370,8 +383,9 @@ Expr Parser::scalarQuery()
     if (inner.everything || inner.outputs.size() != 1)
         failSyntax(QStringLiteral("Subconsulta con más de una columna"), at);
     Expr result;
-    result.sql = '(' + inner.sql + ')';
+    result.sql = scalar(inner);
     result.kind = inner.outputs.first().kind;
+    result.traits = inner.outputs.first().traits;
     if (result.kind == Kind::Boolean)
         result.kind = Kind::Number;
     return result;
@@ -379,6 +393,7 @@ Expr Parser::scalarQuery()
 
 Expr Parser::columnReference()
 {
+    const int at = position();
     QString table, name = identifier();
     if (acceptSymbol(u".")) {
         table = name;
@@ -402,10 +417,17 @@ Expr Parser::columnReference()
                 kind = *found;
             if (kind) {
                 result.kind = *kind;
+                if (!source.derived)
+                    describe(result, source.table);
                 return result;
             }
         }
     }
+    const auto renamed = [&](const Output &output) { return output.name.compare(name, Qt::CaseInsensitive) == 0; };
+    if (m_ordered && table.isEmpty() && std::any_of(m_ordered->outputs.cbegin(), m_ordered->outputs.cend(), renamed))
+        m_aliasUsed = true;
+    else
+        unknownColumn(name, at);
     return result;
 }
 
@@ -444,6 +466,10 @@ Expr Parser::aggregate(const Token &name)
     ++m_aggregates;
     const std::vector<Expr> inner = arguments(name, 1, 1);
     --m_aggregates;
+    if (function == "sum" || function == "avg")
+        use(function == "sum" ? Use::Sum : Use::Average, inner.front(), name.position);
+    else if (function != "count")
+        use(Use::Extreme, inner.front(), name.position);
     result.sql = call(function.constData(), inner);
     if (function == "min" || function == "max") {
         result.kind = inner.front().kind;

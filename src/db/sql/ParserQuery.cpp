@@ -9,6 +9,16 @@ namespace {
 
 bool mayBeText(Kind kind) { return kind == Kind::Text || kind == Kind::Unknown || kind == Kind::Null; }
 
+/// Whether a plain column is among the terms of GROUP BY, whatever table it is said to be of.
+bool isGrouped(const QList<QByteArray> &groups, const QString &column)
+{
+    const QByteArray bare = '"' + column.toUtf8().toLower() + '"';
+    return std::any_of(groups.cbegin(), groups.cend(), [&bare](const QByteArray &group) {
+        const QByteArray lower = group.toLower();
+        return lower == bare || (lower.endsWith('.' + bare) && lower.count('"') == 4);
+    });
+}
+
 } // namespace
 
 Parser::Query Parser::query(bool nested)
@@ -17,9 +27,13 @@ Parser::Query Parser::query(bool nested)
     // What surrounds a subselect does not see its columns and aggregates.
     QStringList *const columns = std::exchange(m_columns, nullptr);
     const int aggregates = std::exchange(m_aggregates, 0);
+    const bool grouping = std::exchange(m_grouping, false);
+    const Query *const ordered = std::exchange(m_ordered, nullptr);
     const size_t outer = m_scopes.size();
-    const std::vector<Kind> targets = std::exchange(m_targets, {});
+    const std::vector<Target> targets = std::exchange(m_targets, {});
     const int at = position();
+    if (aggregates > 0 || grouping)
+        use(Use::GroupedSubquery, {}, at);
 
     std::optional<int> top;
     const bool compound = findAhead(u"union") > 0;
@@ -36,9 +50,19 @@ Parser::Query Parser::query(bool nested)
         result.sql += (all ? " UNION ALL " : " UNION ") + next.sql;
         result.singleTable.clear();
         for (int i = 0; i < std::min(result.outputs.size(), next.outputs.size()); ++i) {
-            if (result.outputs[i].kind != next.outputs[i].kind)
+            if (result.outputs[i].kind != next.outputs[i].kind) {
+                Expr other;
+                other.kind = result.outputs[i].kind;
+                other.name = result.outputs[i].name;
+                if (other.kind != Kind::Null && next.outputs[i].kind != Kind::Null && other.kind != Kind::Unknown
+                    && next.outputs[i].kind != Kind::Unknown)
+                    use(Use::UnionOfKinds, other, at);
                 result.outputs[i].kind = Kind::Unknown;
+            }
         }
+        result.distinct = result.distinct || !all;
+        result.oneRow = false;
+        result.groups.reset();
     }
     if (accept(u"order")) {
         if (nested && !top)
@@ -51,6 +75,8 @@ Parser::Query Parser::query(bool nested)
     m_scopes.resize(outer);
     m_columns = columns;
     m_aggregates = aggregates;
+    m_grouping = grouping;
+    m_ordered = ordered;
     return result;
 }
 
@@ -87,7 +113,7 @@ Parser::Query Parser::core(bool compound, std::optional<int> &top)
     const size_t list = m_at, fromAt = findAhead(u"from");
     size_t afterFrom = 0;
     if (fromAt > 0) {
-        const std::vector<Kind> targets = std::exchange(m_targets, {});
+        const std::vector<Target> targets = std::exchange(m_targets, {});
         m_at = fromAt + 1;
         from = fromClause(result.singleTable);
         afterFrom = m_at;
@@ -98,6 +124,7 @@ Parser::Query Parser::core(bool compound, std::optional<int> &top)
     std::vector<Item> items;
     bool aggregates = false;
     QByteArray sql = distinct ? "SELECT DISTINCT " : "SELECT ";
+    result.distinct = distinct;
     sql += outputs(result, items, distinct || compound || m_depth > 1, aggregates);
     if (fromAt > 0) {
         if (m_at != fromAt)
@@ -108,8 +135,10 @@ Parser::Query Parser::core(bool compound, std::optional<int> &top)
     if (fromAt > 0 && accept(u"where"))
         sql += " WHERE " + condition().sql;
     const bool grouped = fromAt > 0 && accept(u"group");
+    if (grouped || aggregates)
+        result.groups.emplace();
     if (grouped)
-        sql += groupBy(items);
+        sql += groupBy(items, *result.groups);
     else if (aggregates) {
         if (result.everything)
             fail(QStringLiteral("\"*\" junto a funciones de grupo"));
@@ -118,8 +147,19 @@ Parser::Query Parser::core(bool compound, std::optional<int> &top)
     if (accept(u"having")) {
         if (!grouped && !aggregates)
             fail(QStringLiteral("HAVING sin GROUP BY"));
+        QStringList columns;
+        QStringList *const around = std::exchange(m_columns, &columns);
+        const int at = position();
         sql += " HAVING " + condition().sql;
+        m_columns = around;
+        for (const QString &column : std::as_const(columns)) {
+            Expr expr;
+            expr.name = column;
+            if (!isGrouped(*result.groups, column))
+                use(Use::HavingNotGrouped, expr, at);
+        }
     }
+    result.oneRow = (aggregates && !grouped) || fromAt == 0 || top == 1;
     if (distinct || grouped || aggregates)
         result.singleTable.clear();
     // A member of a union takes no limit of its own.
@@ -131,7 +171,7 @@ Parser::Query Parser::core(bool compound, std::optional<int> &top)
 
 QByteArray Parser::outputs(Query &result, std::vector<Item> &items, bool collate, bool &aggregates)
 {
-    const std::vector<Kind> targets = std::exchange(m_targets, {});
+    const std::vector<Target> targets = std::exchange(m_targets, {});
     QByteArray sql;
     int unnamed = 1000;
     do {
@@ -155,16 +195,25 @@ QByteArray Parser::outputs(Query &result, std::vector<Item> &items, bool collate
         Expr expr = value();
         m_columns = outer;
         if (targets.size() > size_t(result.outputs.size()))
-            fit(expr, targets[size_t(result.outputs.size())], item.position);
+            assigned(
+                targets[size_t(result.outputs.size())].table,
+                targets[size_t(result.outputs.size())].column,
+                expr,
+                item.position,
+                true);
         aggregates = aggregates || expr.aggregate;
+        if (result.distinct)
+            use(Use::Distinct, expr, item.position);
 
-        Output output{expr.name, expr.kind, expr.column};
+        Output output{expr.name, expr.kind, expr.column, true, expr.sql, expr.traits};
         QString alias;
         if (accept(u"as") || atIdentifier())
             alias = identifier();
         // The name that the original engine gave to a column without one.
-        else if (!expr.column)
+        else if (!expr.column) {
             alias = QStringLiteral("Expr%1").arg(unnamed);
+            output.named = false;
+        }
         ++unnamed;
         if (!alias.isEmpty())
             output.name = alias;
@@ -178,14 +227,21 @@ QByteArray Parser::outputs(Query &result, std::vector<Item> &items, bool collate
     return sql;
 }
 
-QByteArray Parser::groupBy(const std::vector<Item> &items)
+QByteArray Parser::groupBy(const std::vector<Item> &items, QList<QByteArray> &groups)
 {
     expect(u"by");
     QStringList columns;
-    QList<QByteArray> groups;
     QByteArray sql;
+    m_grouping = true;
     do {
+        const int at = position();
+        QStringList its;
+        QStringList *const around = std::exchange(m_columns, &its);
         const Expr expr = value();
+        m_columns = around;
+        if (its.isEmpty())
+            use(Use::GroupConstant, expr, at);
+        use(Use::Group, expr, at);
         if (expr.aggregate)
             fail(QStringLiteral("Función de grupo en GROUP BY"));
         sql += (sql.isEmpty() ? " GROUP BY " : ", ") + withCollation(expr);
@@ -193,6 +249,7 @@ QByteArray Parser::groupBy(const std::vector<Item> &items)
         if (expr.column)
             columns << expr.name.toLower();
     } while (acceptSymbol(u","));
+    m_grouping = false;
     checkGrouping(items, columns, groups);
     return sql;
 }
@@ -266,8 +323,10 @@ QByteArray Parser::source(bool leftmost, QString &singleTable)
         return sql;
     }
     if (peek().isWord(u"select")) {
+        const int at = position();
         const Query inner = query(true);
         expectSymbol(u")");
+        checkSources(inner, at);
         Source table;
         table.derived.emplace();
         for (const Output &output : inner.outputs)
@@ -290,13 +349,52 @@ QByteArray Parser::tableReference(QString &name)
     return quoted(name);
 }
 
+void Parser::checkSources(const Query &inner, int position)
+{
+    QStringList names;
+    for (const Output &output : inner.outputs) {
+        Expr expr;
+        expr.name = output.name;
+        if (!output.named)
+            use(Use::Unnamed, expr, position);
+        if (names.contains(output.name, Qt::CaseInsensitive))
+            use(Use::RepeatedName, expr, position);
+        names << output.name;
+    }
+}
+
+void Parser::checkOrder(const Query &result, const Expr &expr, bool selected, int position)
+{
+    use(Use::Order, expr, position);
+    if (m_aliasUsed && !expr.column)
+        use(Use::OrderByInnerAlias, expr, position);
+    const auto same = [&expr](const Output &output) { return output.sql == expr.sql; };
+    const bool shown = selected || std::any_of(result.outputs.cbegin(), result.outputs.cend(), same);
+    if (result.distinct && !shown && !result.everything)
+        use(Use::OrderNotSelected, expr, position);
+    if (result.groups && !shown && !expr.aggregate && !result.groups->contains(expr.sql)
+        && !(expr.column && isGrouped(*result.groups, expr.name)))
+        use(Use::OrderNotGrouped, expr, position);
+    if (expr.column && !expr.sql.contains("\".\"")) {
+        const auto named
+            = [&expr](const Output &output) { return output.name.compare(expr.name, Qt::CaseInsensitive) == 0; };
+        const auto times = std::count_if(result.outputs.cbegin(), result.outputs.cend(), named);
+        if (times > 1 || (times > 0 && result.everything && !m_aliasUsed))
+            use(Use::OrderAmbiguous, expr, position);
+    }
+}
+
 QByteArray Parser::orderBy(const Query &result)
 {
     expect(u"by");
     QByteArray sql;
+    QList<QByteArray> terms;
     do {
         const Token token = peek();
+        m_ordered = &result;
+        m_aliasUsed = false;
         const Expr expr = value();
+        m_ordered = nullptr;
         QByteArray term = withCollation(expr);
         const Output *output = nullptr;
         if (token.kind == Token::Kind::Integer && expr.sql == token.text.toLatin1()) {
@@ -309,6 +407,10 @@ QByteArray Parser::orderBy(const Query &result)
                     output = &candidate;
             }
         }
+        checkOrder(result, expr, output != nullptr, token.position);
+        if (terms.contains(expr.sql))
+            use(Use::OrderTwice, expr, token.position);
+        terms << expr.sql;
         // An expression brings no order of its own.
         if (output && !output->column && mayBeText(output->kind))
             term = expr.sql + " COLLATE NOCASE";

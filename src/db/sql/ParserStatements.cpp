@@ -8,29 +8,34 @@ Translated Parser::select()
     return {result.sql, true, result.singleTable};
 }
 
+void Parser::assigned(const QString &table, const QString &column, Expr &value, int position, bool)
+{
+    fit(value, columnKind(table, column).value_or(Kind::Unknown), position);
+}
+
 Translated Parser::insert()
 {
     expect(u"insert");
     expect(u"into");
     const QString table = identifier();
     QByteArray sql = "INSERT INTO " + quoted(table);
-    std::vector<Kind> kinds;
+    std::vector<Target> targets;
     bool named = false;
     if (acceptSymbol(u"(")) {
         named = true;
         QByteArray columns;
         do {
             const QString name = identifier();
-            kinds.push_back(columnKind(table, name).value_or(Kind::Unknown));
+            targets.push_back({table, name});
             columns += (columns.isEmpty() ? "" : ", ") + quoted(name);
         } while (acceptSymbol(u","));
         expectSymbol(u")");
         sql += " (" + columns + ')';
     }
     if (peek().isWord(u"select")) {
-        m_targets = kinds;
+        m_targets = targets;
         const Query source = query(false);
-        if (named && !source.everything && size_t(source.outputs.size()) != kinds.size())
+        if (named && !source.everything && size_t(source.outputs.size()) != targets.size())
             fail(QStringLiteral("La cantidad de valores no es la de columnas"));
         return {sql + ' ' + source.sql, false, {}};
     }
@@ -41,13 +46,13 @@ Translated Parser::insert()
     do {
         const int at = position();
         Expr expr = value();
-        if (count < kinds.size())
-            fit(expr, kinds[count], at);
+        if (count < targets.size())
+            assigned(table, targets[count].column, expr, at, true);
         ++count;
         values += (values.isEmpty() ? "" : ", ") + expr.sql;
     } while (acceptSymbol(u","));
     expectSymbol(u")");
-    if (named && count != kinds.size())
+    if (named && count != targets.size())
         fail(QStringLiteral("La cantidad de valores no es la de columnas"));
     return {sql + " VALUES (" + values + ')', false, {}};
 }
@@ -69,7 +74,7 @@ Translated Parser::update()
         expectSymbol(u"=");
         const int at = position();
         Expr expr = value();
-        fit(expr, columnKind(table, name).value_or(Kind::Unknown), at);
+        assigned(table, name, expr, at, false);
         changes += (changes.isEmpty() ? "" : ", ") + quoted(name) + " = " + expr.sql;
     } while (acceptSymbol(u","));
     QByteArray sql = "UPDATE " + quoted(table) + " SET " + changes;
