@@ -9,6 +9,8 @@
 
 #include <QBuffer>
 
+#include <algorithm>
+
 namespace printing {
 
 namespace {
@@ -135,6 +137,22 @@ Tabla tablaDe(const db::ResultSet &filas, const std::vector<ColumnaImpresa> &col
     return tabla;
 }
 
+/// A server whose tables an older program made keeps the long texts in a type that it does not sort.
+static QString ordenable(db::Connection &conexion, const QString &orden)
+{
+    if (conexion.dialect().kind() == db::Dialect::Kind::Access)
+        return orden;
+    const QVector<db::Column> declaradas = conexion.columns(QStringLiteral("Imprimir2"));
+    QStringList terminos;
+    for (const QString &columna : orden.split(u',')) {
+        const bool largo = std::any_of(declaradas.cbegin(), declaradas.cend(), [&](const db::Column &declarada) {
+            return declarada.type == db::Type::Memo && declarada.name.compare(columna, Qt::CaseInsensitive) == 0;
+        });
+        terminos << (largo ? QStringLiteral("CAST(%1 AS nvarchar(max))").arg(columna) : columna);
+    }
+    return terminos.join(u',');
+}
+
 db::Rows porImprimir2(db::Connection &conexion, const std::function<void()> &llenar, const QString &orden)
 {
     const QString borrar = QStringLiteral("DELETE FROM [Imprimir2] WHERE nrohc = 0");
@@ -143,7 +161,7 @@ db::Rows porImprimir2(db::Connection &conexion, const std::function<void()> &lle
     llenar();
     db::Rows filas = conexion.query(
         QStringLiteral("SELECT * FROM [Imprimir2] WHERE nrohc = 0 ORDER BY ")
-        + (orden.isEmpty() ? QStringLiteral("id") : orden + QStringLiteral(",id")));
+        + (orden.isEmpty() ? QStringLiteral("id") : ordenable(conexion, orden) + QStringLiteral(",id")));
     conexion.execute(borrar);
     transaccion.commit();
     return filas;

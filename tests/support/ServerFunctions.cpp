@@ -241,6 +241,8 @@ Expr ServerParser::conversion(bool cast)
                 failSyntax(QStringLiteral("Fecha convertida a texto sin estilo conocido"), at);
             result.sql = "CASE WHEN " + operand(expr) + " IS NULL THEN NULL ELSE v_format(" + expr.sql + ", '"
                 + styles.value(style) + "') END";
+            if (sizes[0] > 0)
+                result.sql = "v_left(" + result.sql + ", " + QByteArray::number(sizes[0]) + ')';
         } else if (style == 1 && (expr.traits & Money)) {
             // "1,234.50" in every language.
             result.sql
