@@ -160,7 +160,8 @@ Hallazgo Modulo::examinarRuta(const Ruta &ruta) const
     }
 }
 
-<<<<<<< HEAD
+bool Modulo::admiteServidor() const { return m_engines.has(QStringLiteral("SQLOLEDB")) && db::OdbcEngine::available(); }
+
 TrabajoTraslado Modulo::traslado(const PedidoTraslado &pedido) const
 {
     const Destino nuevo = destinoDe(pedido.ruta, m_carpetaPrograma);
@@ -187,9 +188,6 @@ TrabajoTraslado Modulo::traslado(const PedidoTraslado &pedido) const
         .motores = m_engines};
     return [suyo](db::migracion::Seguimiento &seguimiento) { return db::migracion::alServidor(suyo, seguimiento); };
 }
-=======
-bool Modulo::admiteServidor() const { return m_engines.has(QStringLiteral("SQLOLEDB")) && db::OdbcEngine::available(); }
->>>>>>> 1b89630e609f7441992d624528aedce00025a0b7
 
 void Modulo::prepararBase()
 {

@@ -49,12 +49,8 @@ public:
     [[nodiscard]] Ruta rutaGuardada() const override { return Ruta::leer(archivoRuta()); }
     [[nodiscard]] bool cambiarRuta(const Ruta &ruta) override;
     [[nodiscard]] Hallazgo examinarRuta(const Ruta &ruta) const override;
-<<<<<<< HEAD
-    [[nodiscard]] bool admiteServidor() const override { return m_engines.has(QStringLiteral("SQLOLEDB")); }
-    [[nodiscard]] TrabajoTraslado traslado(const PedidoTraslado &pedido) const override;
-=======
     [[nodiscard]] bool admiteServidor() const override;
->>>>>>> 1b89630e609f7441992d624528aedce00025a0b7
+    [[nodiscard]] TrabajoTraslado traslado(const PedidoTraslado &pedido) const override;
     /// Told after cambiarRuta(), whatever came of it.
     void setAlCambiarBase(std::function<void()> aviso) { m_alCambiarBase = std::move(aviso); }
 
