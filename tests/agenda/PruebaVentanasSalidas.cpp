@@ -3,6 +3,7 @@
 #include "agenda/forms/Registro.h"
 #include "agenda/forms/agendaexportar.h"
 #include "agenda/forms/agendamanana.h"
+#include "agenda/forms/GrillaTurnos.h"
 #include "agenda/forms/agendas.h"
 #include "printing/forms/Registro.h"
 #include "support/Prueba.h"
