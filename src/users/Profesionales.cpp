@@ -16,10 +16,7 @@ namespace {
 const auto deUno = u"SELECT * FROM [Lista Doctores] WHERE id = ?"_qs;
 const auto modosDeTrabajar = u"cie10 verotrasconsultas verfichareducida verestadisticareducida"_qs;
 
-base::Rechazo registroEliminado()
-{
-    return {base::titulo::aviso, base::textoRegistroEliminado};
-}
+base::Rechazo registroEliminado() { return {base::titulo::aviso, base::textoRegistroEliminado}; }
 
 base::Rechazo usuarioEliminado()
 {

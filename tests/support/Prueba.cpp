@@ -29,8 +29,6 @@ bool anotar(const char *nombre, Fabrica fabrica)
 /// Runs every registered class; "-clase Name" runs one, further arguments go to Qt Test.
 int main(int argc, char *argv[])
 {
-    // A test that ends in a fatal error ends at once, without waiting for a debugger to tell where.
-    qputenv("QTEST_DISABLE_STACK_DUMP", "1");
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
@@ -42,6 +40,8 @@ int main(int argc, char *argv[])
         sola = argumentos.at(i + 1);
         argumentos.remove(i, 2);
     }
+    // Qt's own handler repeats itself without end when a test aborts.
+    argumentos << QStringLiteral("-nocrashhandler");
     int fallas = 0, corridas = 0;
     for (const auto &[nombre, fabrica] : soporte::anotadas()) {
         if (!sola.isEmpty() && sola != QLatin1String(nombre))
