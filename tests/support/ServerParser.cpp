@@ -327,7 +327,7 @@ QByteArray ServerParser::tableReference(QString &name)
               "'sqlite[_]%')";
     else if (full == u"information_schema.tables")
         sql = "(SELECT name COLLATE NOCASE AS TABLE_NAME, 'BASE TABLE' AS TABLE_TYPE FROM sqlite_master WHERE type = "
-              "'table' AND name NOT LIKE 'sqlite[_]%')";
+              "'table' AND name NOT LIKE 'sqlite[_]%' AND name NOT LIKE 'motor[_]%')";
     else if (full == u"sys.databases") {
         for (const QString &base : m_catalog.bases())
             sql += (sql.isEmpty() ? "(SELECT " : " UNION ALL SELECT ") + textLiteral(base) + " COLLATE NOCASE AS name";

@@ -5,7 +5,6 @@
 #include "support/ServerTestEngine.h"
 #include "tds/servidor/Lote.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QtEndian>
@@ -194,27 +193,6 @@ void Sesion::lote(const QString &texto)
     responder(salida);
 }
 
-bool Sesion::deBases(const QString &sentencia)
-{
-    static const QRegularExpression crear = sinCaso(QStringLiteral("^CREATE\\s+DATABASE\\s+\\[?(\\w+)\\]?"));
-    static const QRegularExpression quitar = sinCaso(QStringLiteral("^DROP\\s+DATABASE\\s+\\[?(\\w+)\\]?$"));
-    static const QRegularExpression alterar = sinCaso(QStringLiteral("^ALTER\\s+DATABASE\\s"));
-    const auto archivo
-        = [this](const QString &nombre) { return m_ajustes.carpeta + u'/' + nombre + QStringLiteral(".mdb"); };
-    if (const auto hallado = crear.match(sentencia); hallado.hasMatch()) {
-        if (QFileInfo::exists(archivo(hallado.captured(1))))
-            throw db::Error(db::Error::Kind::General, 1801, QStringLiteral("Database already exists."));
-        db::createDatabaseFile(archivo(hallado.captured(1)), claveDeArchivo);
-        return true;
-    }
-    if (const auto hallado = quitar.match(sentencia); hallado.hasMatch()) {
-        if (!QFile::remove(archivo(hallado.captured(1))))
-            throw db::Error(db::Error::Kind::General, 3701, QStringLiteral("Cannot drop the database."));
-        return true;
-    }
-    return alterar.match(sentencia).hasMatch();
-}
-
 void Sesion::escribirNumero(Escritor &salida, quint8 fin, const std::optional<qint64> &valor)
 {
     db::ResultSet::Builder armado({{QString(), db::Type::Long}});
@@ -314,7 +292,7 @@ bool Sesion::propia(Escritor &salida, const QString &sentencia, const db::Params
     if (const auto hallado = abortar.match(sentencia); hallado.hasMatch())
         m_abortar = hallado.captured(1).compare(u"ON", Qt::CaseInsensitive) == 0;
     // The named lock comes with the transaction: the file behind has one writer.
-    if (opcion.match(sentencia).hasMatch() || deBases(sentencia) || sentencia.contains(u"sp_getapplock"))
+    if (opcion.match(sentencia).hasMatch() || sentencia.contains(u"sp_getapplock"))
         return listo(0xBE);
     if (variable.match(sentencia).hasMatch())
         return numero(0);
@@ -355,6 +333,9 @@ void Sesion::ejecutar(Escritor &salida, const QString &texto, const db::Params &
     } catch (const db::Error &error) {
         if (m_enTransaccion && m_abortar)
             deshacer(salida);
+        // To see what the server refused.
+        if (qEnvironmentVariableIsSet("VASTELO_TDS_DECIR"))
+            fprintf(stderr, "%s\n%s\n", error.what(), qUtf8Printable(texto.left(2000)));
         escribirFallo(salida, falloDe(error));
         escribirFin(salida, fin, dentroDeLlamada ? Mas | ConFallo : ConFallo, 0, 0);
     }

@@ -42,7 +42,6 @@ private:
     void ejecutar(Escritor &salida, const QString &texto, const db::Params &parametros, bool dentroDeLlamada);
     /// Statements of the server itself, not of its tables. False when it is none of them.
     [[nodiscard]] bool propia(Escritor &salida, const QString &sentencia, const db::Params &parametros, quint8 fin);
-    [[nodiscard]] bool deBases(const QString &sentencia);
 
     void escribirFilas(Escritor &salida, const db::ResultSet &filas, const QString &sentencia);
     static void escribirFallo(Escritor &salida, const Fallo &fallo);
