@@ -4,6 +4,7 @@
 
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QToolButton>
 
 namespace ui {
 
@@ -14,6 +15,17 @@ QPushButton *boton(QWidget *padre, const QString &nombre, const QString &texto, 
     // Enter moves on in a form: it is the window that says which button it presses.
     nuevo->setAutoDefault(false);
     return nuevo;
+}
+
+QToolButton *flecha(QWidget *padre, const QString &nombre, const QString &signo, const QString &ayuda)
+{
+    auto *boton = new QToolButton(padre);
+    boton->setObjectName(nombre);
+    boton->setText(signo);
+    boton->setToolTip(ayuda);
+    boton->setAccessibleName(ayuda);
+    boton->setAutoRaise(true);
+    return boton;
 }
 
 FinDeFormulario finDeFormulario(QWidget *padre)

@@ -4,6 +4,7 @@
 
 class QHBoxLayout;
 class QPushButton;
+class QToolButton;
 class QWidget;
 
 namespace ui {
@@ -11,6 +12,9 @@ namespace ui {
 /// A button under its given name, with its caption (mnemonic included) and one of the program's icons.
 [[nodiscard]] QPushButton *
 boton(QWidget *padre, const QString &nombre, const QString &texto, const QString &nombreIcono);
+
+/// A small flat button that shows a sign; `ayuda` is its tool tip and what is read aloud.
+[[nodiscard]] QToolButton *flecha(QWidget *padre, const QString &nombre, const QString &signo, const QString &ayuda);
 
 /// What ends every form: "Guardar" and "Cancelar", named `guardar` and `cancelar`, at the right of their row.
 struct FinDeFormulario {

@@ -131,8 +131,6 @@ private:
     void bloquearElegidos();
     void atenderActual();
     void marcarAtencion();
-    /// Offers to register the session of an appointment just attended, where that can be done.
-    void ofrecerSesion(const FilaDia &fila);
     void pagarActual();
     void buscarTurnos();
     void abrirTodas();

@@ -2,7 +2,7 @@
 
 #include "agenda/AtenderTurno.h"
 #include "agenda/CambiosTurno.h"
-#include "agenda/OrdenesTurno.h"
+#include "agenda/forms/AbrirFicha.h"
 #include "agenda/forms/CalendarioMes.h"
 #include "agenda/forms/GrillaTurnos.h"
 #include "agenda/forms/agendas.h"
@@ -82,16 +82,10 @@ void agendas::atenderActual()
     const auto fila = turnoActual();
     if (!fila)
         return;
-    const QString entera = QStringLiteral("pacientes"), reducida = QStringLiteral("pacientesredu");
-    const auto paciente
-        = agenda::atender(entorno(), fila->id, ventanas().buscar(entera) || ventanas().buscar(reducida));
-    if (!paciente) {
-        aceptado(paciente.rechazo());
+    if (const auto rechazo = abrirFichaDeTurno(entorno(), ventanas(), fila->id)) {
+        aceptado(rechazo);
         recargar();
-        return;
     }
-    const bool laReducida = veFichaReducida(entorno()) && ventanas().existe(reducida);
-    abrirVentana(laReducida ? reducida : entera, {.datos = {{QStringLiteral("nrohc"), *paciente}}});
 }
 
 void agendas::marcarAtencion()
@@ -101,23 +95,7 @@ void agendas::marcarAtencion()
         return;
     const bool atendido = !fila->atendido;
     if (cambiar([&](const FilaDia &f) { return marcarAtendido(entorno(), f.id, atendido); }) && atendido)
-        ofrecerSesion(*fila);
-}
-
-void agendas::ofrecerSesion(const FilaDia &fila)
-{
-    // Only where the session can then be registered: a choice that leads nowhere is none.
-    const QString sesion = QStringLiteral("nuevasesion");
-    if (!ventanas().existe(sesion) || ordenesConSesiones(conexion(), fila.nrohc).empty())
-        return;
-    const QPointer<agendas> esta(this);
-    ui::Pedido pedido;
-    pedido.datos = {{QStringLiteral("id"), fila.id}};
-    pedido.alTerminar = [esta, sesion](const QVariantMap &elegida) {
-        if (esta)
-            esta->intentar([&] { esta->abrirVentana(sesion, {.datos = elegida}); });
-    };
-    abrirVentana(QStringLiteral("agendaordenes"), pedido);
+        ofrecerSesion(entorno(), ventanas(), *this, fila->id, fila->nrohc);
 }
 
 void agendas::pagarActual()

@@ -3,6 +3,7 @@
 #include "agenda/forms/CalendarioMes.h"
 #include "agenda/forms/GrillaTurnos.h"
 #include "agenda/forms/agendas.h"
+#include "ui/Botones.h"
 #include "ui/Estilo.h"
 #include "ui/Iconos.h"
 
@@ -20,17 +21,6 @@
 namespace agenda {
 
 namespace {
-
-QToolButton *flecha(QWidget *padre, const QString &nombre, const QString &texto, const QString &ayuda)
-{
-    auto *boton = new QToolButton(padre);
-    boton->setObjectName(nombre);
-    boton->setText(texto);
-    boton->setToolTip(ayuda);
-    boton->setAccessibleName(ayuda);
-    boton->setAutoRaise(true);
-    return boton;
-}
 
 QPushButton *
 operacion(QWidget *padre, const QString &nombre, const QString &texto, const QString &icono, const QString &ayuda)
@@ -221,11 +211,11 @@ QWidget *agendas::panelIzquierdo()
     columna->addWidget(titulo);
     columna->addWidget(lisdocto);
 
-    fechaaniomenos = flecha(panel, QStringLiteral("fechaaniomenos"), QStringLiteral("«"), tr("Año anterior"));
-    fechamesmenos = flecha(panel, QStringLiteral("fechamesmenos"), QStringLiteral("‹"), tr("Mes anterior"));
+    fechaaniomenos = ui::flecha(panel, QStringLiteral("fechaaniomenos"), QStringLiteral("«"), tr("Año anterior"));
+    fechamesmenos = ui::flecha(panel, QStringLiteral("fechamesmenos"), QStringLiteral("‹"), tr("Mes anterior"));
     hoy = operacion(panel, QStringLiteral("hoy"), tr("Ho&y"), QStringLiteral("go-jump-today"), tr("Ir al día de hoy"));
-    fechamesmas = flecha(panel, QStringLiteral("fechamesmas"), QStringLiteral("›"), tr("Mes siguiente"));
-    fechaaniomas = flecha(panel, QStringLiteral("fechaaniomas"), QStringLiteral("»"), tr("Año siguiente"));
+    fechamesmas = ui::flecha(panel, QStringLiteral("fechamesmas"), QStringLiteral("›"), tr("Mes siguiente"));
+    fechaaniomas = ui::flecha(panel, QStringLiteral("fechaaniomas"), QStringLiteral("»"), tr("Año siguiente"));
     auto *botones = new QHBoxLayout;
     botones->setSpacing(2);
     botones->addWidget(fechaaniomenos);

@@ -17,21 +17,6 @@
 
 namespace agenda {
 
-namespace {
-
-QToolButton *flecha(QWidget *padre, const QString &nombre, const QString &texto, const QString &ayuda)
-{
-    auto *boton = new QToolButton(padre);
-    boton->setObjectName(nombre);
-    boton->setText(texto);
-    boton->setToolTip(ayuda);
-    boton->setAccessibleName(ayuda);
-    boton->setAutoRaise(true);
-    return boton;
-}
-
-} // namespace
-
 void agendastodas::construir()
 {
     auto *filas = new QHBoxLayout(this);
@@ -43,9 +28,10 @@ void agendastodas::construir()
 
     auto *derecha = new QVBoxLayout;
     derecha->setSpacing(ui::espacio);
-    diaanterior = flecha(this, QStringLiteral("diaanterior"), QStringLiteral("‹"), tr("Día anterior (Ctrl+Izquierda)"));
+    diaanterior
+        = ui::flecha(this, QStringLiteral("diaanterior"), QStringLiteral("‹"), tr("Día anterior (Ctrl+Izquierda)"));
     diasiguiente
-        = flecha(this, QStringLiteral("diasiguiente"), QStringLiteral("›"), tr("Día siguiente (Ctrl+Derecha)"));
+        = ui::flecha(this, QStringLiteral("diasiguiente"), QStringLiteral("›"), tr("Día siguiente (Ctrl+Derecha)"));
     fechaactiva = new QLabel(this);
     fechaactiva->setObjectName(QStringLiteral("fechaactiva"));
     QFont letra = fechaactiva->font();
@@ -84,12 +70,12 @@ QWidget *agendastodas::panelIzquierdo()
     columna->setContentsMargins(0, 0, 0, 0);
     columna->setSpacing(ui::espacio);
 
-    fechaaniomenos = flecha(panel, QStringLiteral("fechaaniomenos"), QStringLiteral("«"), tr("Año anterior"));
-    fechamesmenos = flecha(panel, QStringLiteral("fechamesmenos"), QStringLiteral("‹"), tr("Mes anterior"));
+    fechaaniomenos = ui::flecha(panel, QStringLiteral("fechaaniomenos"), QStringLiteral("«"), tr("Año anterior"));
+    fechamesmenos = ui::flecha(panel, QStringLiteral("fechamesmenos"), QStringLiteral("‹"), tr("Mes anterior"));
     hoy = ui::boton(panel, QStringLiteral("hoy"), tr("Ho&y"), QStringLiteral("go-jump-today"));
     hoy->setToolTip(tr("Ir al día de hoy (Ctrl+Inicio)"));
-    fechamesmas = flecha(panel, QStringLiteral("fechamesmas"), QStringLiteral("›"), tr("Mes siguiente"));
-    fechaaniomas = flecha(panel, QStringLiteral("fechaaniomas"), QStringLiteral("»"), tr("Año siguiente"));
+    fechamesmas = ui::flecha(panel, QStringLiteral("fechamesmas"), QStringLiteral("›"), tr("Mes siguiente"));
+    fechaaniomas = ui::flecha(panel, QStringLiteral("fechaaniomas"), QStringLiteral("»"), tr("Año siguiente"));
     auto *botones = new QHBoxLayout;
     botones->setSpacing(2);
     botones->addWidget(fechaaniomenos);
