@@ -54,6 +54,8 @@ QImage retratoDelMensaje(Escena &escena, const Pantalla &pantalla)
 
 Resultado retratar(const QString &carpeta)
 {
+    // A cursor that blinks would be in the picture or not, as it happens.
+    QApplication::setCursorFlashTime(0);
     Resultado resultado;
     Consultorio consultorio;
     if (!QDir().mkpath(carpeta))

@@ -59,7 +59,6 @@ int main(int argc, char *argv[])
                                     "Escribe una imagen de cada ventana en la carpeta (docs/pantallas)."));
     QApplication::setFont(QFont(QStringLiteral("DejaVu Sans")));
     ui::prepararAplicacion(application);
-    QApplication::setCursorFlashTime(0);
 
     try {
         const pantallas::Resultado resultado
