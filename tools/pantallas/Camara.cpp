@@ -1,9 +1,13 @@
 #include "Camara.h"
 
+#include <QAction>
 #include <QApplication>
+#include <QDeadlineTimer>
+#include <QLineEdit>
 #include <QPainter>
 #include <QPainterPath>
-#include <QPropertyAnimation>
+#include <QTimer>
+#include <QToolButton>
 
 #include <algorithm>
 
@@ -12,6 +16,42 @@ namespace pantallas {
 namespace {
 
 constexpr int altoTitulo = 28;
+
+/// The button that empties a field fades in and out with its text; its animation cannot be reached, only what it
+/// changes.
+bool seDesvanece(const QLineEdit &campo)
+{
+    const auto *vaciar = campo.findChild<QAction *>(QStringLiteral("_q_qlineeditclearaction"));
+    for (const auto *boton : campo.findChildren<QToolButton *>())
+        if (vaciar && boton->defaultAction() == vaciar && boton->isVisible()
+            && boton->property("opacity").toReal() != (campo.text().isEmpty() ? 0 : 1))
+            return true;
+    return false;
+}
+
+/// Whether something is still fading in or out, or waits for a pause in the typing.
+bool algoPorVenir()
+{
+    constexpr int pausaMayor = 1000;
+    for (const QWidget *ventana : QApplication::topLevelWidgets()) {
+        for (const auto *campo : ventana->findChildren<QLineEdit *>())
+            if (seDesvanece(*campo))
+                return true;
+        for (const auto *reloj : ventana->findChildren<QTimer *>())
+            if (reloj->isActive() && reloj->isSingleShot() && reloj->interval() <= pausaMayor)
+                return true;
+    }
+    return false;
+}
+
+/// In real time, as animations and pauses go by: however slow the computer, the picture is of the end.
+void reposar()
+{
+    asentar();
+    for (const QDeadlineTimer limite(10'000); algoPorVenir() && !limite.hasExpired();)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    asentar();
+}
 
 int profundidad(const QWidget *ventana)
 {
@@ -50,15 +90,11 @@ void asentar()
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCoreApplication::processEvents();
     }
-    // The button that empties a field fades in and out: the picture shows it there or gone.
-    for (const QWidget *ventana : QApplication::topLevelWidgets())
-        for (QPropertyAnimation *animacion : ventana->findChildren<QPropertyAnimation *>())
-            animacion->setCurrentTime(animacion->duration());
 }
 
 QImage retrato(QWidget &marco)
 {
-    asentar();
+    reposar();
     QImage imagen = marco.grab().toImage().convertToFormat(QImage::Format_RGB32);
     std::vector<QWidget *> dialogos;
     for (QWidget *ventana : QApplication::topLevelWidgets())

@@ -6,10 +6,11 @@ class QWidget;
 
 namespace pantallas {
 
-/// Lets everything that is waiting happen, so that a window looks as it will stay.
+/// Lets every event that is waiting happen.
 void asentar();
 
-/// The frame with every dialog that stands over it, each under a title bar as a desktop would draw.
+/// The frame with every dialog that stands over it, each under a title bar as a desktop would draw, once nothing fades
+/// nor waits any more: as they will stay.
 [[nodiscard]] QImage retrato(QWidget &marco);
 
 /// Writes the picture as a PNG, as small as it gets.

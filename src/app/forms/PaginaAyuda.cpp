@@ -19,6 +19,7 @@ const QString raiz = QStringLiteral("qrc:/manual/");
 
 PaginaAyuda::PaginaAyuda(QWidget *parent)
     : QTextBrowser(parent)
+    , m_reajuste(this)
 {
     setOpenLinks(false);
     document()->setDocumentMargin(14);
