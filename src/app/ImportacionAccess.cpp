@@ -43,9 +43,7 @@ QString preguntaDeImportacion(const QString &archivo)
 ImportacionAccess::ImportacionAccess(base::Mensajes &mensajes, const base::Clock &clock)
     : m_mensajes(mensajes)
     , m_clock(clock)
-    , m_abrir([](const QString &archivo) {
-        return std::make_unique<db::access::LectorProceso>(archivo, db::access::LectorProceso::rutaDelLector());
-    })
+    , m_abrir(db::access::fuenteDelSistema)
 {
 }
 

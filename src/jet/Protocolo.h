@@ -2,13 +2,14 @@
 
 #include <cstdint>
 
-/// What the reading process writes to its output and the program reads: frames of a 32-bit length, a letter and that
+/// What a reading process writes to its output and the program reads: frames of a 32-bit length, a letter and that
 /// many bytes less one. All numbers little-endian; texts are a 32-bit length and UTF-8. The program takes nothing of it
 /// on trust: a damaged file may have taken over the reader.
 namespace jet::protocolo {
 
-inline constexpr std::uint32_t numero = 1;
+inline constexpr std::uint32_t numero = 2;
 inline constexpr std::uint32_t tramoMaximo = 256u << 20;
+inline constexpr std::uint32_t tramoUsual = 256u << 10; ///< of rows: a frame is sent when it has grown so long
 inline constexpr std::uint32_t columnasMaximas = 1024;
 inline constexpr std::uint32_t tablasMaximas = 32768;
 
@@ -19,6 +20,7 @@ enum class Tramo : std::uint8_t {
     Filas = 'R', ///< rows one after another, cell by cell
     FinTabla = 'F', ///< u32 rows sent
     Falla = 'E', ///< text: why it ends here
+    Dicho = 'D', ///< u8 whether the file is damaged, text for the person: why it ends here, in whole sentences
     Fin = 'Z'
 };
 

@@ -106,7 +106,7 @@ private slots:
             QTest::newRow(nombre) << QString::fromUtf8(cuerpo) << QString::fromUtf8(falla);
         };
         // Frames: length, letter, body.
-        const auto saludo = "printf '\\005\\0\\0\\0S\\001\\0\\0\\0'; ";
+        const auto saludo = "printf '\\005\\0\\0\\0S\\002\\0\\0\\0'; ";
         const auto tabla = "printf '\\044\\0\\0\\0T\\001\\0\\0\\0a\\0\\0\\0\\0\\0\\0\\0\\0\\001\\0\\0\\0\\001\\0\\0\\0b"
                            "\\004\\004\\0\\0\\0\\0\\0\\0\\0\\0'; ";
         caso("dies", "kill -SEGV $$", "la lectura se cortó");
@@ -117,6 +117,7 @@ private slots:
         caso("endless frame", "printf '\\377\\377\\377\\177R'; cat /dev/zero", "sentido");
         caso("rows without a table", (QByteArray(saludo) + "printf '\\002\\0\\0\\0R\\0'").constData(), "sentido");
         caso("unknown kind", (QByteArray(saludo) + tabla + "printf '\\002\\0\\0\\0R\\077'").constData(), "sentido");
+        caso("says why", (QByteArray(saludo) + "printf '\\012\\0\\0\\0D\\0\\004\\0\\0\\0nada'").constData(), "nada");
         caso("cut cell", (QByteArray(saludo) + tabla + "printf '\\003\\0\\0\\0R\\001\\0'").constData(), "sentido");
         caso(
             "impossible date",

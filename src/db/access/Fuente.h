@@ -66,8 +66,8 @@ public:
     [[nodiscard]] virtual bool sigue() { return true; }
 };
 
-/// An old Access database that is being read. On Linux the pages are read by a process of its own; where Access's ODBC
-/// driver does it, that is another Fuente.
+/// An old Access database that is being read. A process of its own does it (LectorProceso), from the file's pages or
+/// through an ODBC driver (FuenteOdbc).
 class Fuente
 {
 public:

@@ -1,6 +1,7 @@
 #include "db/access/LectorProceso.h"
 
 #include "db/Error.h"
+#include "db/access/FuenteSobreCopia.h"
 #include "db/access/Tramos.h"
 
 #include <QCoreApplication>
@@ -12,6 +13,12 @@
 namespace db::access {
 
 namespace {
+
+#ifdef Q_OS_WIN
+const QString lector = QStringLiteral("vastelo-access-odbc.exe");
+#else
+const QString lector = QStringLiteral("vastelo-access");
+#endif
 
 /// Ends the process when the reading is over, however it ends.
 class Proceso
@@ -50,8 +57,19 @@ LectorProceso::LectorProceso(const QString &archivo, const QString &lector, int 
 
 QString LectorProceso::rutaDelLector()
 {
-    const QString ruta = QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("vastelo-access"));
+    const QString ruta = QDir(QCoreApplication::applicationDirPath()).filePath(lector);
     return QFileInfo(ruta).isExecutable() ? ruta : QString();
+}
+
+std::unique_ptr<Fuente> fuenteDelSistema(const QString &archivo)
+{
+    const auto abrir
+        = [](const QString &cual) { return std::make_unique<LectorProceso>(cual, LectorProceso::rutaDelLector()); };
+#ifdef Q_OS_WIN
+    return std::make_unique<FuenteSobreCopia>(archivo, abrir);
+#else
+    return abrir(archivo);
+#endif
 }
 
 bool LectorProceso::leer(Receptor &receptor, const QString &solo)
@@ -60,7 +78,7 @@ bool LectorProceso::leer(Receptor &receptor, const QString &solo)
         throw Error(
             Error::Kind::CannotOpen,
             0,
-            QStringLiteral("Esta instalación no tiene el lector de bases de Access (vastelo-access)."));
+            QStringLiteral("Esta instalación no tiene el lector de bases de Access (%1).").arg(lector));
     QStringList argumentos{m_archivo};
     if (!solo.isEmpty())
         argumentos << solo;

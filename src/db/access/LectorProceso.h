@@ -4,7 +4,8 @@
 
 namespace db::access {
 
-/// Reads through the program "vastelo-access", whose death is only a failed reading. Every frame of it is checked, and
+/// Reads through a program beside this one, whose death is only a failed reading: "vastelo-access", which walks the
+/// file's pages, or "vastelo-access-odbc" on Windows, which asks Access's own driver. Every frame of it is checked, and
 /// one that stays silent too long is ended.
 class LectorProceso final : public Fuente
 {
@@ -12,7 +13,7 @@ public:
     LectorProceso(const QString &archivo, const QString &lector, int segundosDeEspera = 60);
     bool leer(Receptor &receptor, const QString &solo = {}) override;
 
-    /// Beside the program; empty when it is not there.
+    /// This system's reader; empty when it is not there.
     [[nodiscard]] static QString rutaDelLector();
 
 private:
@@ -20,5 +21,8 @@ private:
     QString m_lector;
     int m_segundosDeEspera;
 };
+
+/// The file read in the way that this system has.
+[[nodiscard]] std::unique_ptr<Fuente> fuenteDelSistema(const QString &archivo);
 
 } // namespace db::access

@@ -92,7 +92,7 @@ void Tramos::tramo(char clase, QByteArrayView cuerpo)
     Lectura lectura(cuerpo);
     const auto cual = Tramo(clase);
     const bool deTabla = cual == Tramo::Filas || cual == Tramo::FinTabla;
-    if (cual != Tramo::Falla && ((cual == Tramo::Saludo) == m_saludado || deTabla != m_enTabla))
+    if (cual != Tramo::Falla && cual != Tramo::Dicho && ((cual == Tramo::Saludo) == m_saludado || deTabla != m_enTabla))
         throw incomprensible();
     switch (cual) {
     case Tramo::Saludo:
@@ -114,6 +114,10 @@ void Tramos::tramo(char clase, QByteArrayView cuerpo)
             ? lectura.texto()
             : QStringLiteral("%1 (tabla '%2')").arg(lectura.texto(), m_tabla.nombre);
         throw danio(detalle);
+    }
+    case Tramo::Dicho: {
+        const bool daniado = lectura.numero<quint8>() != 0;
+        throw Error(daniado ? Error::Kind::Corrupt : Error::Kind::CannotOpen, 0, lectura.texto());
     }
     case Tramo::Fin: m_completo = true; break;
     default: throw incomprensible();

@@ -1,6 +1,7 @@
 #pragma once
 
-// The ODBC C API, and what every use of it needs. Included by this folder's sources only.
+// The ODBC C API, and what every use of it needs. Included by this folder's sources and by db/access/FuenteOdbc.cpp
+// only.
 
 #ifdef _WIN32
 #ifndef NOMINMAX

@@ -3,14 +3,10 @@
 #include "db/odbc/Flavour.h"
 #include "db/odbc/Literals.h"
 
-#include <algorithm>
-
 namespace db::odbc {
 
 namespace {
 
-constexpr qsizetype firstPiece = 1024; // bytes
-constexpr qsizetype laterPiece = 65536;
 constexpr SQLULEN longestText = 4000; // characters of a text that is not of the server's long type
 constexpr SQLULEN longestBytes = 8000;
 
@@ -29,28 +25,13 @@ bool isBound(const QVariant &value)
     }
 }
 
-/// Bytes of text in a piece that was filled with 0xFF before: up to the last terminator. What the driver says of its
-/// length is the whole text's, or nothing.
-qsizetype textIn(const QByteArray &piece, qsizetype unit)
-{
-    for (qsizetype at = piece.size() - unit; at >= 0; at -= unit)
-        if (std::all_of(piece.begin() + at, piece.begin() + at + unit, [](char c) { return c == 0; }))
-            return at;
-    return 0;
-}
-
-[[noreturn]] void failIncomplete()
-{
-    throw Error(
-        Error::Kind::General, 0, QStringLiteral("Un dato no llegó entero desde el servidor. Intente nuevamente."));
-}
-
 } // namespace
 
 Statement::Statement(const Handle &connection, const Flavour &flavour, Manner manner, int seconds)
     : m_flavour(flavour)
     , m_manner(manner)
     , m_handle(SQL_HANDLE_STMT, SQL_HANDLE_DBC, connection.get())
+    , m_cell(m_handle)
 {
     // A driver that knows no limit does without. Cursors stay as they are by default, forward only: with others some
     // drivers lose the rows of a batch.
@@ -209,7 +190,7 @@ Rows Statement::fetch(int columns)
 void Statement::readCell(SQLUSMALLINT column, Reading reading, ResultSet::Builder &builder)
 {
     const auto fixed = [&](SQLSMALLINT type, auto value, auto add) {
-        if (readFixed(column, type, &value, sizeof value))
+        if (m_cell.fixed(column, type, &value, sizeof value))
             add(value);
         else
             builder.addNull();
@@ -229,72 +210,28 @@ void Statement::readCell(SQLUSMALLINT column, Reading reading, ResultSet::Builde
         return;
     case Reading::Whole:
     case Reading::Decimal:
-        if (!readPieces(column, SQL_C_CHAR))
+        if (!m_cell.pieces(column, SQL_C_CHAR))
             builder.addNull();
         else if (reading == Reading::Whole)
-            builder.addInteger(m_data.toLongLong());
+            builder.addInteger(m_cell.data().toLongLong());
         else
-            builder.addReal(m_data.toDouble());
+            builder.addReal(m_cell.data().toDouble());
         return;
     case Reading::Bytes:
-        if (readPieces(column, SQL_C_BINARY))
-            builder.addBytes(m_data);
+        if (m_cell.pieces(column, SQL_C_BINARY))
+            builder.addBytes(m_cell.data());
         else
             builder.addNull();
         return;
     case Reading::Text: break;
     }
-    if (!readPieces(column, m_manner.textAs == TextAs::Wide ? SQL_C_WCHAR : SQL_C_CHAR))
+    if (!m_cell.pieces(column, m_manner.textAs == TextAs::Wide ? SQL_C_WCHAR : SQL_C_CHAR))
         builder.addNull();
     else if (m_manner.textAs == TextAs::Utf8)
-        builder.addText(m_data);
+        builder.addText(m_cell.data());
     else
-        builder.addText(QStringView(reinterpret_cast<const QChar *>(m_data.constData()), m_data.size() / 2).toUtf8());
-}
-
-bool Statement::readFixed(SQLUSMALLINT column, SQLSMALLINT type, void *value, SQLLEN size)
-{
-    SQLLEN length = 0;
-    m_handle.check(SQLGetData(m_handle.get(), column, type, value, size, &length));
-    return length != SQL_NULL_DATA;
-}
-
-// Nothing here believes the column's declared size, or a success that tells no length: a text is what its pieces hold.
-bool Statement::readPieces(SQLUSMALLINT column, SQLSMALLINT type)
-{
-    const qsizetype unit = type == SQL_C_WCHAR ? qsizetype(sizeof(SQLWCHAR)) : 1;
-    const qsizetype terminator = type == SQL_C_BINARY ? 0 : unit;
-    qint64 announced = 0;
-    m_data.resize(0);
-    for (bool first = true;; first = false) {
-        m_piece.fill('\xFF', first ? firstPiece : laterPiece);
-        SQLLEN length = 0;
-        const SQLRETURN code = SQLGetData(m_handle.get(), column, type, m_piece.data(), m_piece.size(), &length);
-        if (code == SQL_NO_DATA)
-            break;
-        m_handle.check(code);
-        if (length == SQL_NULL_DATA) {
-            if (first)
-                return false;
-            break;
-        }
-        if (first && length > 0)
-            announced = length;
-        const bool last = code == SQL_SUCCESS && length >= 0 && length <= m_piece.size() - terminator;
-        if (last) {
-            m_data.append(m_piece.constData(), length);
-            break;
-        }
-        const qsizetype got = terminator > 0 ? textIn(m_piece, unit)
-            : length >= 0                    ? std::min<qsizetype>(length, m_piece.size())
-                                             : m_piece.size();
-        if (got == 0)
-            failIncomplete();
-        m_data.append(m_piece.constData(), got);
-    }
-    if (m_data.size() < announced)
-        failIncomplete();
-    return true;
+        builder.addText(
+            QStringView(reinterpret_cast<const QChar *>(m_cell.data().constData()), m_cell.data().size() / 2).toUtf8());
 }
 
 } // namespace db::odbc

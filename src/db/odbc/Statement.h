@@ -1,7 +1,7 @@
 #pragma once
 
 #include "db/ResultSet.h"
-#include "db/odbc/Odbc.h"
+#include "db/odbc/Cell.h"
 #include "db/odbc/Target.h"
 
 namespace db::odbc {
@@ -30,6 +30,8 @@ class Statement
 public:
     /// `seconds` until the driver gives up.
     Statement(const Handle &connection, const Flavour &flavour, Manner manner, int seconds);
+    Statement(const Statement &) = delete;
+    Statement &operator=(const Statement &) = delete;
 
     /// Throws Failed, or db::Error when the values do not fit the statement.
     [[nodiscard]] Outcome run(const QString &sql, const Params &params);
@@ -48,15 +50,12 @@ private:
     void bind(int position, const QVariant &value);
     [[nodiscard]] Rows fetch(int columns);
     void readCell(SQLUSMALLINT column, Reading reading, ResultSet::Builder &builder);
-    [[nodiscard]] bool readFixed(SQLUSMALLINT column, SQLSMALLINT type, void *value, SQLLEN size);
-    [[nodiscard]] bool readPieces(SQLUSMALLINT column, SQLSMALLINT type);
 
     const Flavour &m_flavour;
     Manner m_manner;
     Handle m_handle;
     std::vector<Value> m_values; ///< what is bound has to stay until it has been sent
-    QByteArray m_piece;
-    QByteArray m_data; ///< what readPieces() put together
+    Cell m_cell;
 };
 
 } // namespace db::odbc

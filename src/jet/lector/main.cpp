@@ -1,8 +1,8 @@
 // Reads an old Access file in a process of its own: what damage does to it stays here. vastelo-access FILE [TABLE]
 
+#include "jet/Salida.h"
 #include "jet/Valor.h"
 #include "lector/Archivo.h"
-#include "lector/Salida.h"
 
 #include <cstdlib>
 #include <new>
@@ -12,10 +12,8 @@
 
 namespace {
 
+using jet::TramoDeSalida;
 using jet::protocolo::Celda;
-using lector::Tramo;
-
-constexpr std::size_t tamanoDeTramo = 256u << 10;
 
 void limitar(decltype(RLIMIT_CPU) que, rlim_t cuanto)
 {
@@ -36,7 +34,7 @@ void limitarse()
 
 void escribirTabla(const jet::Tabla &tabla, jet::Version version)
 {
-    Tramo tramo(jet::protocolo::Tramo::Tabla);
+    TramoDeSalida tramo(jet::protocolo::Tramo::Tabla);
     tramo.texto(tabla.nombre);
     tramo.u32(tabla.filas);
     tramo.u32(tabla.ultimoNumero);
@@ -60,7 +58,7 @@ void escribirTabla(const jet::Tabla &tabla, jet::Version version)
     tramo.enviar();
 }
 
-void escribirTexto(Tramo &tramo, const jet::Texto &texto, jet::Bytes crudo)
+void escribirTexto(TramoDeSalida &tramo, const jet::Texto &texto, jet::Bytes crudo)
 {
     tramo.celda(texto.exacto ? Celda::Texto : Celda::TextoRoto);
     tramo.texto(texto.utf8);
@@ -68,7 +66,7 @@ void escribirTexto(Tramo &tramo, const jet::Texto &texto, jet::Bytes crudo)
         tramo.bytes(crudo);
 }
 
-void escribirCelda(Tramo &tramo, lector::Archivo &archivo, const jet::Columna &columna, const jet::Celda &celda)
+void escribirCelda(TramoDeSalida &tramo, lector::Archivo &archivo, const jet::Columna &columna, const jet::Celda &celda)
 {
     using jet::Tipo;
     if (columna.tipo == Tipo::Logico) {
@@ -132,32 +130,32 @@ void leerTabla(lector::Archivo &archivo, const lector::Entrada &entrada)
     const jet::Tabla tabla = archivo.definicion(entrada);
     escribirTabla(tabla, archivo.version());
     std::uint32_t filas = 0;
-    Tramo tramo(jet::protocolo::Tramo::Filas);
+    TramoDeSalida tramo(jet::protocolo::Tramo::Filas);
     archivo.recorrer(entrada, [&](jet::Bytes fila) {
         const std::vector<jet::Celda> celdas = jet::partirFila(fila, tabla, archivo.version());
         for (std::size_t c = 0; c < celdas.size(); ++c)
             escribirCelda(tramo, archivo, tabla.columnas[c], celdas[c]);
         ++filas;
-        if (tramo.size() >= tamanoDeTramo) {
+        if (tramo.size() >= jet::protocolo::tramoUsual) {
             tramo.enviar();
-            tramo = Tramo(jet::protocolo::Tramo::Filas);
+            tramo = TramoDeSalida(jet::protocolo::Tramo::Filas);
         }
     });
     tramo.enviar();
-    Tramo fin(jet::protocolo::Tramo::FinTabla);
+    TramoDeSalida fin(jet::protocolo::Tramo::FinTabla);
     fin.u32(filas);
     fin.enviar();
 }
 
 void leer(const char *nombre, const char *solo)
 {
-    Tramo saludo(jet::protocolo::Tramo::Saludo);
+    TramoDeSalida saludo(jet::protocolo::Tramo::Saludo);
     saludo.u32(jet::protocolo::numero);
     saludo.enviar();
     lector::Archivo archivo(nombre);
     for (const lector::Entrada &entrada : archivo.catalogo()) {
         if (entrada.vinculada) {
-            Tramo ajena(jet::protocolo::Tramo::Ajena);
+            TramoDeSalida ajena(jet::protocolo::Tramo::Ajena);
             ajena.texto(entrada.nombre);
             ajena.enviar();
         } else if (!solo || strcasecmp(solo, entrada.nombre.c_str()) == 0) {
@@ -189,7 +187,7 @@ int main(int argc, char *argv[])
     } catch (const std::exception &) {
         falla = "tiene datos imposibles";
     }
-    Tramo fin(falla.empty() ? jet::protocolo::Tramo::Fin : jet::protocolo::Tramo::Falla);
+    TramoDeSalida fin(falla.empty() ? jet::protocolo::Tramo::Fin : jet::protocolo::Tramo::Falla);
     if (!falla.empty())
         fin.texto(falla);
     fin.enviar();

@@ -1,49 +1,49 @@
-#include "lector/Salida.h"
+#include "jet/Salida.h"
 
 #include <bit>
 #include <cstdio>
 #include <cstdlib>
 
-namespace lector {
+namespace jet {
 
-Tramo::Tramo(jet::protocolo::Tramo clase)
+TramoDeSalida::TramoDeSalida(protocolo::Tramo clase)
 {
     m_bytes.assign(4, 0);
     u8(std::uint8_t(clase));
 }
 
-void Tramo::u16(std::uint16_t numero)
+void TramoDeSalida::u16(std::uint16_t numero)
 {
     u8(std::uint8_t(numero));
     u8(std::uint8_t(numero >> 8));
 }
 
-void Tramo::u32(std::uint32_t numero)
+void TramoDeSalida::u32(std::uint32_t numero)
 {
     u16(std::uint16_t(numero));
     u16(std::uint16_t(numero >> 16));
 }
 
-void Tramo::u64(std::uint64_t numero)
+void TramoDeSalida::u64(std::uint64_t numero)
 {
     u32(std::uint32_t(numero));
     u32(std::uint32_t(numero >> 32));
 }
 
-void Tramo::doble(double numero) { u64(std::bit_cast<std::uint64_t>(numero)); }
+void TramoDeSalida::doble(double numero) { u64(std::bit_cast<std::uint64_t>(numero)); }
 
-void Tramo::bytes(jet::Bytes bytes)
+void TramoDeSalida::bytes(Bytes bytes)
 {
     u32(std::uint32_t(bytes.size()));
     m_bytes.insert(m_bytes.end(), bytes.begin(), bytes.end());
 }
 
-void Tramo::texto(const std::string &utf8)
+void TramoDeSalida::texto(const std::string &utf8)
 {
     bytes({reinterpret_cast<const std::uint8_t *>(utf8.data()), utf8.size()});
 }
 
-void Tramo::enviar() const
+void TramoDeSalida::enviar() const
 {
     std::vector<std::uint8_t> entero = m_bytes;
     const auto largo = std::uint32_t(entero.size() - 4);
@@ -53,4 +53,4 @@ void Tramo::enviar() const
         std::_Exit(3);
 }
 
-} // namespace lector
+} // namespace jet

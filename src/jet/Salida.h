@@ -5,22 +5,22 @@
 
 #include <vector>
 
-namespace lector {
+namespace jet {
 
-/// A frame being written.
-class Tramo
+/// A frame that a reading process is writing.
+class TramoDeSalida
 {
 public:
-    explicit Tramo(jet::protocolo::Tramo clase);
+    explicit TramoDeSalida(protocolo::Tramo clase);
 
     void u8(std::uint8_t numero) { m_bytes.push_back(numero); }
     void u16(std::uint16_t numero);
     void u32(std::uint32_t numero);
     void u64(std::uint64_t numero);
     void doble(double numero);
-    void bytes(jet::Bytes bytes);
+    void bytes(Bytes bytes);
     void texto(const std::string &utf8);
-    void celda(jet::protocolo::Celda clase) { u8(std::uint8_t(clase)); }
+    void celda(protocolo::Celda clase) { u8(std::uint8_t(clase)); }
 
     [[nodiscard]] std::size_t size() const { return m_bytes.size(); }
     /// To the standard output; ends the process when nobody reads there any more.
@@ -30,4 +30,4 @@ private:
     std::vector<std::uint8_t> m_bytes;
 };
 
-} // namespace lector
+} // namespace jet
