@@ -1,6 +1,7 @@
 #include "Agenda.h"
 #include "Historial.h"
 #include "Motor.h"
+#include "Pintado.h"
 #include "Tabla.h"
 #include "agenda/DiaAgenda.h"
 #include "agenda/Reserva.h"
@@ -133,7 +134,11 @@ public:
     }
 
     void medirEleccion(int veces);
-    void medirAgenda(int veces) { medicion::medirAgenda(tabla, modulo, ventanas, hoy, veces); }
+    void medirAgenda(int veces)
+    {
+        medicion::medirAgenda(tabla, modulo, ventanas, hoy, veces);
+        medicion::medirPintado(tabla, modulo, ventanas, *m_marco, hoy, veces * 3);
+    }
     void medirReserva(int veces);
     void medirAlta(int veces);
     void medirHistorial(int encadenadas, int veces)

@@ -14,10 +14,18 @@ Bytes trozo(Libro &libro, Puntero donde)
     const Ranura r = ranura(pagina, donde.ranura, libro.version());
     if (r.movida || r.oculta)
         throw Danio("un texto largo no está donde debería");
+    libro.contar(r.fila.size());
     return r.fila;
 }
 
 } // namespace
+
+void Libro::contar(std::size_t bytes)
+{
+    m_contados += bytes;
+    if (m_contados > tamano())
+        throw Danio("hay datos que llevan siempre al mismo lugar");
+}
 
 std::vector<std::uint8_t> leerLargo(Libro &libro, Bytes enFila)
 {

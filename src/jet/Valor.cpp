@@ -62,7 +62,7 @@ std::string textoDeDecimal(Bytes crudo, int escala)
     if (cifras.size() <= lugares)
         cifras.insert(0, lugares + 1 - cifras.size(), '0');
     if (lugares > 0)
-        cifras.insert(cifras.size() - lugares, ".");
+        cifras.insert(cifras.size() - lugares, 1, '.');
     return (u8(crudo, 0) & 0x80 ? "-" : "") + cifras;
 }
 

@@ -78,6 +78,28 @@ private slots:
             QVERIFY2(falla.startsWith(u"El archivo está dañado y no se pudo leer entero: "_qs), qPrintable(falla));
     }
 
+    // Damage that is told as what it is, instead of leading the reader astray.
+    void damagedStructures_data()
+    {
+        QTest::addColumn<int>("lugar");
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("falla");
+        QTest::newRow("list of pages of two bytes") << 25 * 4096 + 14 << "\xFE\x0F"_qba << u"lista de páginas"_qs;
+        QTest::newRow("two names of one table") << 14 * 4096 + 0x91A + 2 << "\x1C"_qba << u"lista de tablas"_qs;
+    }
+    void damagedStructures()
+    {
+        QFETCH(int, lugar);
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, falla);
+        QByteArray roto = prueba::leer(prueba::muestra(u"ConClave.mdb"_qs));
+        roto.replace(lugar, bytes.size(), bytes);
+        const QString archivo = m_dir.filePath(u"roto.mdb"_qs);
+        prueba::escribir(archivo, roto);
+        const QString dicha = leerEntero(*prueba::fuente(archivo));
+        QVERIFY2(dicha.contains(falla), qPrintable(dicha));
+    }
+
     void truncatedFilesAreToldAndKept_data()
     {
         QTest::addColumn<int>("largo");
@@ -124,6 +146,12 @@ private slots:
             (QByteArray(saludo) + tabla + "printf '\\012\\0\\0\\0R\\007\\377\\377\\377\\377\\377\\377\\377\\177'")
                 .constData(),
             "sentido");
+        caso(
+            "wide number",
+            (QByteArray(saludo) + tabla + "printf '\\012\\0\\0\\0R\\001\\0\\0\\0\\0\\0\\0\\0\\177'").constData(),
+            "sentido");
+        const auto finTabla = "printf '\\005\\0\\0\\0F\\0\\0\\0\\0'; ";
+        caso("same table again", (QByteArray(saludo) + tabla + finTabla + tabla).constData(), "sentido");
         caso(
             "miscounted",
             (QByteArray(saludo) + tabla + "printf '\\005\\0\\0\\0F\\003\\0\\0\\0'").constData(),

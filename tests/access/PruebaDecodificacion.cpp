@@ -43,6 +43,7 @@ public:
         paginas[numero] = pagina;
     }
     jet::Version version() const override { return jet::Version::Jet4; }
+    std::size_t tamano() const override { return paginas.size() * 4096; }
     jet::Bytes pagina(std::uint32_t numero) override
     {
         if (!paginas.contains(numero))
@@ -174,6 +175,7 @@ private slots:
         libro.poner(10, hex("000a0000")); // and one without contents is damage
         for (const char *malo :
              {"05000000 000a0000 00000000",
+              "00000100 00090000 00000000", // longer than the file
               "05000080 00000000 00000000 6162",
               "ff000040 00070000 00000000",
               "05000000 00ff0000 00000000",

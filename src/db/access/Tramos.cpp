@@ -128,10 +128,12 @@ void Tramos::tramo(char clase, QByteArrayView cuerpo)
 
 void Tramos::tabla(Lectura &lectura)
 {
-    if (++m_tablas > int(protocolo::tablasMaximas))
-        throw incomprensible();
+    const auto antes = m_nombres.size();
     m_tabla = {};
     m_tabla.nombre = lectura.texto();
+    m_nombres << m_tabla.nombre.toCaseFolded();
+    if (m_nombres.size() > int(protocolo::tablasMaximas) || m_nombres.size() == antes)
+        throw incomprensible();
     m_tabla.filas = lectura.numero<quint32>();
     m_tabla.ultimoNumero = lectura.numero<qint32>();
     const int columnas = lectura.cantidad(protocolo::columnasMaximas);
@@ -175,6 +177,10 @@ bool Tramos::filas(Lectura &lectura)
             switch (valor.clase) {
             case Clase::Nulo: break;
             case Clase::Entero:
+                valor.entero = lectura.numero<qint64>();
+                if (valor.entero != qint32(valor.entero)) // no whole number of such a file is wider
+                    throw incomprensible();
+                break;
             case Clase::Moneda: valor.entero = lectura.numero<qint64>(); break;
             case Clase::Fecha:
                 valor.entero = lectura.numero<qint64>();

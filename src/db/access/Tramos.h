@@ -3,6 +3,8 @@
 #include "db/Error.h"
 #include "db/access/Fuente.h"
 
+#include <QSet>
+
 namespace db::access {
 
 /// Understands what the reading process writes (jet::protocolo), however it is cut into pieces, and hands it on. Throws
@@ -35,7 +37,7 @@ private:
     bool m_enTabla = false;
     bool m_completo = false;
     bool m_sigue = true;
-    int m_tablas = 0;
+    QSet<QString> m_nombres; ///< of the tables that have come, without regard to case
 };
 
 } // namespace db::access

@@ -2,6 +2,7 @@
 
 #include "jet/Protocolo.h"
 
+#include <filesystem>
 #include <set>
 
 namespace lector {
@@ -28,6 +29,7 @@ Archivo::Archivo(const char *nombre)
     if (!IS_JET3(m_mdb) && !IS_JET4(m_mdb))
         throw Danio("es de una versión de Access que no se puede leer");
     m_version = IS_JET3(m_mdb) ? jet::Version::Jet3 : jet::Version::Jet4;
+    m_tamano = std::filesystem::file_size(nombre);
     elegirPagina();
 }
 
@@ -138,6 +140,9 @@ void Archivo::recorrer(const Entrada &entrada, const std::function<void(jet::Byt
     const Definicion leida(mdb_read_table(&deCatalogo));
     if (!leida)
         throw Danio("no se pudo leer la definición de una tabla");
+    // A kind, a page number and the bits of at least no page: the library takes them without looking at the length.
+    if (constexpr std::size_t minimo = 5; !leida->usage_map || leida->map_sz < minimo)
+        throw Danio("está dañada la lista de páginas de una tabla");
     std::vector<std::uint8_t> propia, ajena;
     std::int64_t actual = 0;
     for (;;) {
@@ -169,6 +174,7 @@ void Archivo::recorrer(const Entrada &entrada, const std::function<void(jet::Byt
             const jet::Ranura real = jet::ranura(ajena, donde.ranura, m_version);
             if (real.movida)
                 throw Danio("una fila no está en su página");
+            contar(real.fila.size());
             cada(real.fila);
         }
     }
@@ -186,6 +192,7 @@ std::vector<Entrada> Archivo::catalogo()
     };
     const std::size_t id = lugar("Id"), nombre = lugar("Name"), tipo = lugar("Type"), marcas = lugar("Flags");
     std::vector<Entrada> entradas;
+    std::set<std::uint32_t> paginas;
     recorrer(sistema, [&](jet::Bytes fila) {
         const std::vector<jet::Celda> celdas = jet::partirFila(fila, tabla, m_version);
         if (!celdas[id].crudo || !celdas[nombre].crudo || !celdas[tipo].crudo)
@@ -196,10 +203,11 @@ std::vector<Entrada> Archivo::catalogo()
         entrada.vinculada = clase == 4 || clase == 6;
         const bool deSistema = bits & 0x80000002u || entrada.nombre.starts_with("MSys");
         // "~TMPCLP...": tables deleted since the file was last compacted.
-        if ((clase == 1 && !deSistema && !entrada.nombre.starts_with("~")) || entrada.vinculada)
-            entradas.push_back(entrada);
-        if (entradas.size() >= jet::protocolo::tablasMaximas)
+        const bool propia = clase == 1 && !deSistema && !entrada.nombre.starts_with("~");
+        if (entradas.size() >= jet::protocolo::tablasMaximas || (propia && !paginas.insert(entrada.pagina).second))
             throw Danio("la lista de tablas está dañada");
+        if (propia || entrada.vinculada)
+            entradas.push_back(entrada);
     });
     return entradas;
 }

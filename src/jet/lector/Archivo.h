@@ -25,6 +25,7 @@ public:
 
     [[nodiscard]] jet::Version version() const override { return m_version; }
     [[nodiscard]] jet::Bytes pagina(std::uint32_t numero) override;
+    [[nodiscard]] std::size_t tamano() const override { return m_tamano; }
 
     /// The tables of the user, in the order in which they were made.
     [[nodiscard]] std::vector<Entrada> catalogo();
@@ -49,6 +50,7 @@ private:
 
     std::unique_ptr<MdbHandle, Cerrar> m_mdb;
     jet::Version m_version = jet::Version::Jet4;
+    std::size_t m_tamano = 0;
     std::vector<std::uint8_t> m_pagina;
     jet::TablaDePagina m_tabla{};
 };
