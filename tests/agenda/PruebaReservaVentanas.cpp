@@ -1,6 +1,7 @@
 #include "Consultorio.h"
 #include "agenda/forms/CalendarioMes.h"
 #include "agenda/forms/LineaAviso.h"
+#include "agenda/forms/PanelReserva.h"
 #include "agenda/forms/Registro.h"
 #include "agenda/forms/agendamodifturno.h"
 #include "agenda/forms/agendanuevahora.h"
@@ -123,7 +124,7 @@ private slots:
         QTest::keyClick(n->paciente, Qt::Key_Return);
         QCOMPARE(n->paciente->nrohc(), nrohc);
         if (nrohc != 0) {
-            QVERIFY(n->motivo->hasFocus());
+            QVERIFY(n->panel->motivo->hasFocus());
             return;
         }
         auto *elector = static_cast<Elector *>(ventanas->buscar("elecpaci"));
@@ -160,14 +161,14 @@ private slots:
         base->turno(7, Consultorio::a("10:20"));
         agendanuevoturno *n = reservar({"23/11/2026 09:20"}, {{"nrohc", 7}, {"observacionestur", "ayuno"}});
         QVERIFY(n);
-        QCOMPARE(n->profesional->text(), QString("Juan Pérez"));
-        QCOMPARE(n->aviso->text(), QString("Ya tiene turno ese día: 10:20 con Juan Pérez"));
-        teclear(n->nuevoturno, "24/11/26 9:00");
-        QTest::keyClick(n->nuevoturno, Qt::Key_Return);
-        teclear(n->nuevoturno, "24/11/2026 09:00"); // the same one is not added again
-        QTest::keyClick(n->nuevoturno, Qt::Key_Return);
-        QCOMPARE(n->listaturnos->count(), 2);
-        QVERIFY(n->aviso->text().startsWith("Ya tiene turno el 23/11/2026, 10:20"));
+        QCOMPARE(n->panel->profesional->text(), QString("Juan Pérez"));
+        QCOMPARE(n->panel->aviso->text(), QString("Ya tiene turno ese día: 10:20 con Juan Pérez"));
+        teclear(n->panel->nuevoturno, "24/11/26 9:00");
+        QTest::keyClick(n->panel->nuevoturno, Qt::Key_Return);
+        teclear(n->panel->nuevoturno, "24/11/2026 09:00"); // the same one is not added again
+        QTest::keyClick(n->panel->nuevoturno, Qt::Key_Return);
+        QCOMPARE(n->panel->listaturnos->count(), 2);
+        QVERIFY(n->panel->aviso->text().startsWith("Ya tiene turno el 23/11/2026, 10:20"));
 
         // Another station gives one meanwhile: what the person has not seen is asked, once.
         base->turno(7, Consultorio::a(QDate(2026, 11, 24), "16:00"));
@@ -190,14 +191,14 @@ private slots:
     {
         agendanuevoturno *n = reservar({"23/11/2026 09:20"}, {{"nrohc", 7}});
         QVERIFY(n);
-        pulsar(n->agregarturno);
+        pulsar(n->panel->agregarturno);
         auto *h = abierta<agendanuevahora>("agendanuevahora");
         QVERIFY(h);
         QCOMPARE(h->hora->text(), QString("09:20")); // goes on from the last one
         QTest::keyClick(h->fechadia, Qt::Key_Down);
         QTest::keyClick(h, Qt::Key_S, Qt::ControlModifier);
-        QCOMPARE(n->listaturnos->count(), 2);
-        QCOMPARE(n->listaturnos->item(1)->text(), QString("30/11/2026 09:20"));
+        QCOMPARE(n->panel->listaturnos->count(), 2);
+        QCOMPARE(n->panel->listaturnos->item(1)->text(), QString("30/11/2026 09:20"));
         // The one that the limit refuses is the one chosen, so that it can be taken away.
         base->turno(8, Consultorio::a("09:20"));
         base->turno(8, Consultorio::a(QDate(2026, 11, 30), "09:20"));
@@ -207,13 +208,13 @@ private slots:
             "23/11/2026 09:20\n30/11/2026 09:20",
             base::Icono::Advertencia);
         pulsar(n->guardar);
-        QCOMPARE(n->listaturnos->selectedItems().size(), 2);
+        QCOMPARE(n->panel->listaturnos->selectedItems().size(), 2);
         QVERIFY(abierta<agendanuevoturno>("agendanuevoturno"));
-        QTest::keyClick(n->listaturnos, Qt::Key_Delete);
-        QCOMPARE(n->listaturnos->count(), 0);
+        QTest::keyClick(n->panel->listaturnos, Qt::Key_Delete);
+        QCOMPARE(n->panel->listaturnos->count(), 0);
         base->guion.esperarMensaje("Aviso...", "Debe indicar el día y la hora del turno que le asignará al paciente.");
         pulsar(n->guardar);
-        QVERIFY(n->agregarturno->hasFocus());
+        QVERIFY(n->panel->agregarturno->hasFocus());
     }
 
     void da_el_turno_a_un_paciente_nuevo()
@@ -233,9 +234,9 @@ private slots:
             base::Icono::Advertencia);
         QTest::keyClick(c, Qt::Key_S, Qt::ControlModifier);
         QCOMPARE(base->valor("SELECT COUNT(id) AS n FROM [Pacientes]"), QString("3"));
-        QTest::keyClick(c->listaturnos, Qt::Key_Delete); // it was left chosen
-        teclear(c->nuevoturno, "23/11/26 9:40");
-        QTest::keyClick(c->nuevoturno, Qt::Key_Return);
+        QTest::keyClick(c->panel->listaturnos, Qt::Key_Delete); // it was left chosen
+        teclear(c->panel->nuevoturno, "23/11/26 9:40");
+        QTest::keyClick(c->panel->nuevoturno, Qt::Key_Return);
         QTest::keyClick(c, Qt::Key_S, Qt::ControlModifier);
         QVERIFY(!ventanas->buscar("agendanuevoturnoctrln"));
         QVERIFY(!ventanas->buscar("agendanuevoturno"));
@@ -267,14 +268,14 @@ private slots:
         QVERIFY(c);
         teclear(c->formulario->apellidor, "o'higgins");
         teclear(c->formulario->nombresr, "eva");
-        c->observacionestur->setPlainText("control");
+        c->panel->observacionestur->setPlainText("control");
         QTRY_VERIFY(c->parecidos->isVisible());
         pulsar(c->parecidos->usarparecido);
         auto *n = abierta<agendanuevoturno>("agendanuevoturno");
         QVERIFY(n);
         QCOMPARE(n->paciente->nrohc(), 7);
-        QCOMPARE(n->listaturnos->count(), 1);
-        QCOMPARE(n->observacionestur->toPlainText(), QString("control"));
+        QCOMPARE(n->panel->listaturnos->count(), 1);
+        QCOMPARE(n->panel->observacionestur->toPlainText(), QString("control"));
         pulsar(n->guardar);
         QVERIFY(!ventanas->buscar("agendanuevoturno") && !ventanas->buscar("agendanuevoturnoctrln"));
         QCOMPARE(resultado.value("nrohc").toInt(), 7);

@@ -3,6 +3,7 @@
 #include "agenda/forms/CalendarioMes.h"
 #include "agenda/forms/CampoHora.h"
 #include "agenda/forms/GrillaTurnos.h"
+#include "agenda/forms/PanelReserva.h"
 #include "agenda/forms/Registro.h"
 #include "agenda/forms/agendahorarios.h"
 #include "agenda/forms/agendamodifturno.h"
@@ -126,14 +127,14 @@ private slots:
 
         auto *n = abierta<agendanuevoturno>("agendanuevoturno");
         QVERIFY(n);
-        QCOMPARE(n->listaturnos->count(), 1);
-        QCOMPARE(n->listaturnos->item(0)->text(), QString("23/11/2026 10:20"));
+        QCOMPARE(n->panel->listaturnos->count(), 1);
+        QCOMPARE(n->panel->listaturnos->item(0)->text(), QString("23/11/2026 10:20"));
         base->guion.esperarMensaje("Aviso...", "Debe seleccionar el paciente al que le asignará un turno.");
         pulsar(n->guardar);
         pulsar(n->elegirpaciente);
         QTRY_COMPARE(n->paciente->text(), QString("Paz, Eva"));
         QCOMPARE(Elector::modo, 2);
-        n->observacionestur->setPlainText("ayuno");
+        n->panel->observacionestur->setPlainText("ayuno");
         QTest::keyClick(n, Qt::Key_S, Qt::ControlModifier);
         QTRY_VERIFY(!ventanas->buscar("agendanuevoturno"));
         activar(a);
@@ -239,13 +240,13 @@ private slots:
         QVERIFY(n->isVisible());
 
         activar(n);
-        n->nuevoturno->setFocus();
-        n->nuevoturno->setText("mañana");
+        n->panel->nuevoturno->setFocus();
+        n->panel->nuevoturno->setText("mañana");
         base->guion.esperarMensaje("ERROR...", "ERROR en la Fecha del Turno.");
-        QTest::keyClick(n->nuevoturno, Qt::Key_Return);
-        n->nuevoturno->setText("24/11/26 9:00");
-        QTest::keyClick(n->nuevoturno, Qt::Key_Return);
-        QCOMPARE(n->listaturnos->count(), 2);
+        QTest::keyClick(n->panel->nuevoturno, Qt::Key_Return);
+        n->panel->nuevoturno->setText("24/11/26 9:00");
+        QTest::keyClick(n->panel->nuevoturno, Qt::Key_Return);
+        QCOMPARE(n->panel->listaturnos->count(), 2);
         base->guion.esperarMensaje(
             "Atención...",
             "Los siguientes sobreturnos no se asignaron ya que se alcanzó el límite permitido:\n23/11/2026 09:40",

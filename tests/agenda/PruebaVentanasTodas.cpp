@@ -1,6 +1,7 @@
 #include "Consultorio.h"
 #include "agenda/Esquema.h"
 #include "agenda/forms/CalendarioMes.h"
+#include "agenda/forms/PanelReserva.h"
 #include "agenda/forms/Registro.h"
 #include "agenda/forms/agendanuevoturno.h"
 #include "agenda/forms/agendas.h"
@@ -153,7 +154,7 @@ private slots:
         QTest::keyClick(a->lista, Qt::Key_Return);
         auto *nuevo = qobject_cast<agendanuevoturno *>(ventanas->buscar("agendanuevoturno"));
         QVERIFY(nuevo);
-        QCOMPARE(nuevo->listaturnos->item(0)->text(), QString("23/11/2026 10:40"));
+        QCOMPARE(nuevo->panel->listaturnos->item(0)->text(), QString("23/11/2026 10:40"));
         nuevo->close();
         QTRY_VERIFY(!ventanas->buscar("agendanuevoturno"));
         activar(a);
@@ -370,7 +371,7 @@ private slots:
         r = abrir<resulbusque>("resulbusque", {{"nrohc", 8}});
         QCOMPARE(r->paciente->text(), QString("<b>Núñez, Luis"));
         QCOMPARE(r->cantidad->text(), QString("Este paciente no tiene turnos."));
-        QVERIFY(!r->veragenda->isEnabled() && !r->copiarlista->isEnabled());
+        QVERIFY(!r->veragenda->isEnabled() && !r->findChild<QPushButton *>("copiarlista")->isEnabled());
     }
 
     void teclas_sin_repetir()

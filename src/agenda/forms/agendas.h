@@ -97,7 +97,6 @@ private:
     QLayout *panelDetalle();
     void crearMenu();
     QWidget *barraSalidas();
-    void atajo(const QKeySequence &tecla, QPushButton *boton);
     void atajo(const QKeySequence &tecla, const std::function<void()> &accion);
 
     void conectar();
@@ -107,6 +106,9 @@ private:
     void recargar();
     /// recargar() after an action of this window: the row of that hour stays chosen.
     void recargarEn(std::optional<QTime> hora);
+    /// recargar() where the person went to another day or professional: the row chosen is the one of that hour or the
+    /// next, so that the keyboard goes on there.
+    void recargarCerca(std::optional<QTime> hora);
     /// recargarEn() after something was changed: the other windows that show appointments load theirs too.
     void trasCambio(std::optional<QTime> hora);
     void mostrarDia();
@@ -146,10 +148,12 @@ private:
     void conectarMover();
     void cortar(qint64 id);
     void pegar();
+    /// Where the day has no row to paste on: the person says the hour.
+    void pegarEscribiendoHora();
     void quitarCorte();
     void soltarEn(qint64 id, qint64 clave);
     void moverA(qint64 id, const QDateTime &momento);
-    [[nodiscard]] base::Control controlarDestino(int doctor, const FilaDia &destino) const;
+    [[nodiscard]] base::Control controlarDestino(int doctor, const FilaDia *destino) const;
 
     void irA(QDate fecha);
     void irALibre(int sentido);

@@ -71,7 +71,6 @@ private:
     QWidget *panelSala();
     void conectar();
     void conectarOperaciones();
-    void atajo(const QKeySequence &tecla, QAbstractButton *boton);
 
     void recargar();
     void mostrar();
