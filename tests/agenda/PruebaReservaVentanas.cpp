@@ -1,8 +1,7 @@
-#include "Consultorio.h"
+#include "ConVentanas.h"
 #include "agenda/forms/CalendarioMes.h"
 #include "agenda/forms/LineaAviso.h"
 #include "agenda/forms/PanelReserva.h"
-#include "agenda/forms/Registro.h"
 #include "agenda/forms/agendamodifturno.h"
 #include "agenda/forms/agendanuevahora.h"
 #include "agenda/forms/agendanuevoturno.h"
@@ -10,9 +9,7 @@
 #include "patients/forms/CampoPaciente.h"
 #include "patients/forms/FormularioReducido.h"
 #include "patients/forms/PanelParecidos.h"
-#include "support/Prueba.h"
 #include "ui/ListaCombo.h"
-#include "ui/Ventanas.h"
 
 #include <QComboBox>
 #include <QCompleter>
@@ -21,46 +18,13 @@
 
 using namespace agenda;
 
-namespace {
-
-/// Stands in for the patient chooser and remembers what it was asked for.
-class Elector : public ui::Ventana
-{
-public:
-    Elector(db::Entorno &e, ui::Ventanas &v)
-        : Ventana(e, v, "elecpaci", "Elección del Paciente")
-    {
-    }
-    bool preparar(const ui::Pedido &pedido) override
-    {
-        pedida = pedido.datos;
-        return true;
-    }
-    void elegir(int nrohc) { terminar({{"nrohc", nrohc}}); }
-    static inline QVariantMap pedida;
-};
-
-} // namespace
-
 /// The booking windows together, driven as a person does.
-class PruebaReservaVentanas : public QObject
+class PruebaReservaVentanas : public ConVentanas
 {
     Q_OBJECT
 
-    std::unique_ptr<Consultorio> base;
-    std::unique_ptr<ui::Ventanas> ventanas;
     QVariantMap resultado;
 
-    template <typename Form>
-    Form *abierta(const char *nombre)
-    {
-        auto *form = qobject_cast<Form *>(ventanas->buscar(QLatin1String(nombre)));
-        if (!form || !QTest::qWaitForWindowExposed(form))
-            return nullptr;
-        QCoreApplication::processEvents(); // an opener's own activation may still be on its way
-        form->activateWindow();
-        return QTest::qWaitForWindowActive(form) ? form : nullptr;
-    }
     agendanuevoturno *reservar(const QStringList &turnos, const QVariantMap &otros = {})
     {
         QVariantMap datos{{"doctor", base->usuario}, {"turnos", turnos}};
@@ -68,11 +32,6 @@ class PruebaReservaVentanas : public QObject
         resultado.clear();
         ventanas->abrir("agendanuevoturno", {datos, [this](const QVariantMap &r) { resultado = r; }});
         return abierta<agendanuevoturno>("agendanuevoturno");
-    }
-    static void pulsar(QAbstractButton *boton)
-    {
-        QVERIFY2(boton->isVisible() && boton->isEnabled(), qPrintable(boton->objectName()));
-        QTest::mouseClick(boton, Qt::LeftButton);
     }
     static void teclear(QLineEdit *campo, const char *texto)
     {
@@ -83,21 +42,14 @@ class PruebaReservaVentanas : public QObject
 private slots:
     void init()
     {
-        base = std::make_unique<Consultorio>();
-        ventanas = std::make_unique<ui::Ventanas>();
-        registrarVentanas(*base, *ventanas);
-        ventanas->registrar("elecpaci", ui::Modo::Dialogo, [this] { return new Elector(*base, *ventanas); });
+        preparar();
+        testigo("elecpaci", ui::Modo::Dialogo);
         base->plantilla(Consultorio::maniana(), {-1, 0, false, false});
         base->paciente(7, "O'HIGGINS", "EVA", {{"DNI", "20.111.222"}});
         base->paciente(8, "PÉREZ GÓMEZ", "ANA");
         base->paciente(9, "PÉREZ", "GONZALO");
     }
-    void cleanup()
-    {
-        ventanas.reset();
-        base->guion.terminar();
-        base.reset();
-    }
+    void cleanup() { terminar(); }
 
     void elige_el_paciente_escribiendo_data()
     {
@@ -127,12 +79,13 @@ private slots:
             QVERIFY(n->panel->motivo->hasFocus());
             return;
         }
-        auto *elector = static_cast<Elector *>(ventanas->buscar("elecpaci"));
+        auto *elector = static_cast<Testigo *>(ventanas->buscar("elecpaci"));
         QVERIFY(elector);
-        QCOMPARE(Elector::pedida.value("modo").toInt(), 2);
+        QCOMPARE(Testigo::conDatos.value("modo").toInt(), 2);
         QTEST(
-            Elector::pedida.value("apellido").toString() + '|' + Elector::pedida.value("nombres").toString(), "pedido");
-        elector->elegir(8);
+            Testigo::conDatos.value("apellido").toString() + '|' + Testigo::conDatos.value("nombres").toString(),
+            "pedido");
+        elector->elegir({{"nrohc", 8}});
         QCOMPARE(n->paciente->text(), QString("PÉREZ GÓMEZ, ANA"));
         // Typing on lets that one go: nobody is booked by mistake.
         n->paciente->setFocus();
@@ -333,29 +286,6 @@ private slots:
         base->guion.esperarMensaje("Atención...", yaNoExiste);
         pulsar(m->guardar);
         QCOMPARE(m->hora->text(), QString("10:00"));
-    }
-
-    void una_letra_para_cada_control()
-    {
-        const qint64 id = base->turno(7, Consultorio::a("09:20"));
-        const QVariantMap datos{{"doctor", base->usuario}, {"turnos", QStringList()}, {"id", id}};
-        for (const char *nombre :
-             {"agendanuevoturno", "agendanuevahora", "agendanuevoturnoctrln", "agendamodifturno"}) {
-            ui::Ventana *ventana = ventanas->abrir(nombre, {datos, {}});
-            QVERIFY(ventana);
-            QStringList letras;
-            const auto anotar = [&letras](const QString &texto) {
-                if (const auto lugar = texto.indexOf('&'); lugar >= 0)
-                    letras << texto.mid(lugar + 1, 1).toUpper();
-            };
-            for (const auto *boton : ventana->findChildren<QAbstractButton *>())
-                anotar(boton->text());
-            for (const auto *rotulo : ventana->findChildren<QLabel *>())
-                anotar(rotulo->text());
-            QVERIFY(letras.size() > 4);
-            QVERIFY2(letras.removeDuplicates() == 0, nombre);
-            ventana->close();
-        }
     }
 };
 
