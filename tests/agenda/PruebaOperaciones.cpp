@@ -239,8 +239,13 @@ private slots:
         tecla(Qt::Key_Left, Qt::ControlModifier);
         QCOMPARE(a->dia().fecha, Consultorio::lunes().addDays(-1));
         QCOMPARE(actual(), QString("10:00"));
+        base->conexion().execute("UPDATE [Agenda Turnos Horarios] SET DoMaHasta = #12/30/1899 09:30#");
+        tecla(Qt::Key_Left, Qt::ControlModifier);
+        tecla(Qt::Key_Right, Qt::ControlModifier);
+        QCOMPARE(actual(), QString("09:20")); // the nearest of a shorter day
         tecla(Qt::Key_Home, Qt::ControlModifier);
         QCOMPARE(a->dia().fecha, Consultorio::lunes());
+        QCOMPARE(actual(), QString("10:00"));
 
         elegir("10:40");
         tecla(Qt::Key_Down, Qt::ControlModifier); // none is left today: the next ones are offered

@@ -142,7 +142,7 @@ private slots:
 
     void agrega_con_el_selector_y_quita()
     {
-        agendanuevoturno *n = reservar({"23/11/2026 09:20"}, {{"nrohc", 7}});
+        agendanuevoturno *n = reservar({"23/11/2026 09:20"}, {{"nrohc", 7}, {"fecha", QDate(2026, 12, 3)}});
         QVERIFY(n);
         pulsar(n->panel->agregarturno);
         auto *h = abierta<agendanuevahora>("agendanuevahora");
@@ -165,6 +165,14 @@ private slots:
         QVERIFY(abierta<agendanuevoturno>("agendanuevoturno"));
         QTest::keyClick(n->panel->listaturnos, Qt::Key_Delete);
         QCOMPARE(n->panel->listaturnos->count(), 0);
+        pulsar(n->panel->agregarturno); // without a time to go on from: the day of the agenda, and no hour yet
+        h = abierta<agendanuevahora>("agendanuevahora");
+        QVERIFY(h);
+        QCOMPARE(h->fechadia->fecha(), QDate(2026, 12, 3));
+        QCOMPARE(h->hora->text(), QString());
+        h->close();
+        QVERIFY(abierta<agendanuevoturno>("agendanuevoturno"));
+        n->paciente->setFocus();
         base->guion.esperarMensaje("Aviso...", "Debe indicar el día y la hora del turno que le asignará al paciente.");
         pulsar(n->guardar);
         QVERIFY(n->panel->agregarturno->hasFocus());

@@ -76,9 +76,10 @@ PanelReserva::PanelReserva(ui::Ventana &ventana, ui::Ventanas &ventanas, db::Ent
     connect(supr, &QShortcut::activated, quitarturno, [this] { quitarturno->click(); });
 }
 
-void PanelReserva::setDoctor(int doctor)
+void PanelReserva::setAgenda(int doctor, QDate fecha)
 {
     m_doctor = doctor;
+    m_fecha = fecha;
     profesional->setText(nombreProfesional(m_entorno.conexion(), doctor));
 }
 
@@ -87,7 +88,7 @@ void PanelReserva::cargar() { cargarMotivos(*motivo, m_entorno.conexion()); }
 void PanelReserva::elegirHora()
 {
     ui::Pedido pedido;
-    pedido.datos = {{QStringLiteral("doctor"), m_doctor}};
+    pedido.datos = {{QStringLiteral("doctor"), m_doctor}, {QStringLiteral("fecha"), m_fecha}};
     if (const auto momentos = turnos(); !momentos.isEmpty())
         pedido.datos.insert(QStringLiteral("momento"), momentos.last());
     const QPointer<PanelReserva> este(this);

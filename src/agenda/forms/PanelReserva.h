@@ -36,9 +36,10 @@ public:
     /// `ventana` is the window it is part of.
     PanelReserva(ui::Ventana &ventana, ui::Ventanas &ventanas, db::Entorno &entorno);
 
-    /// Whose appointments they are; throws db::Error.
-    void setDoctor(int doctor);
-    [[nodiscard]] int doctor() const { return m_doctor; }
+    /// Whose appointments they are, and the day at which a time is chosen while there is none yet (an invalid date:
+    /// today). Throws db::Error.
+    void setAgenda(int doctor, QDate fecha);
+    [[nodiscard]] QDate fecha() const { return m_fecha; }
     /// The list of reasons; throws db::Error.
     void cargar();
     /// The lines as handed over ("dd/mm/yyyy hh:nn"); those that are no date-times are left out.
@@ -82,6 +83,7 @@ private:
     ui::Ventanas &m_ventanas;
     db::Entorno &m_entorno;
     int m_doctor = 0;
+    QDate m_fecha;
 };
 
 } // namespace agenda

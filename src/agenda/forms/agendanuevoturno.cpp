@@ -53,7 +53,8 @@ bool agendanuevoturno::preparar(const ui::Pedido &pedido)
 {
     if (!aceptado(db::controlarDerecho(entorno(), derechoReserva)))
         return false;
-    panel->setDoctor(pedido.datos.value(QStringLiteral("doctor")).toInt());
+    panel->setAgenda(
+        pedido.datos.value(QStringLiteral("doctor")).toInt(), pedido.datos.value(QStringLiteral("fecha")).toDate());
     panel->cargar();
     elegirpaciente->setVisible(ventanas().existe(QStringLiteral("elecpaci")));
     recibirDatos(pedido.datos);
@@ -112,6 +113,7 @@ void agendanuevoturno::crearPaciente()
     ui::Pedido pedido;
     pedido.datos
         = {{QStringLiteral("doctor"), reserva.doctor},
+           {QStringLiteral("fecha"), panel->fecha()},
            {QStringLiteral("turnos"), panel->lineas()},
            {QStringLiteral("motivo"), reserva.motivo},
            {QStringLiteral("observacionestur"), reserva.observacionestur}};

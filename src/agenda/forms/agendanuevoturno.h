@@ -14,8 +14,9 @@ namespace agenda {
 
 class PanelReserva;
 
-/// Books one or more times for a patient. Opened with "doctor" (`id`) and "turnos" (QStringList, "dd/mm/yyyy hh:nn"),
-/// and, where they are known already, "nrohc", "motivo" and "observacionestur". Finishes with "nrohc" and, of the first
+/// Books one or more times for a patient. Opened with "doctor" (`id`), "turnos" (QStringList, "dd/mm/yyyy hh:nn") and
+/// "fecha" (QDate, where a time is looked for), and, where they are known already, "nrohc", "motivo" and
+/// "observacionestur". Finishes with "nrohc" and, of the first
 /// time booked, "fecha" (QDateTime) and "id".
 class agendanuevoturno : public ui::Ventana
 {

@@ -53,7 +53,8 @@ bool agendanuevoturnoctrln::preparar(const ui::Pedido &pedido)
 {
     if (!aceptado(controlarReservaNueva(entorno())))
         return false;
-    panel->setDoctor(pedido.datos.value(QStringLiteral("doctor")).toInt());
+    panel->setAgenda(
+        pedido.datos.value(QStringLiteral("doctor")).toInt(), pedido.datos.value(QStringLiteral("fecha")).toDate());
     refrescar();
     formulario->mostrar({.apellido = pedido.datos.value(QStringLiteral("apellido")).toString()});
     panel->setTurnos(pedido.datos.value(QStringLiteral("turnos")).toStringList());

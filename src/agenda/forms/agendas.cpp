@@ -147,14 +147,17 @@ void agendas::recargarEn(std::optional<QTime> hora)
     elegirHora(*hora);
 }
 
-void agendas::recargarCerca(std::optional<QTime> hora)
+void agendas::recargarCerca()
 {
+    if (const auto hora = horaActual(); hora && hora != m_horaHallada)
+        m_horaBuscada = hora;
     recargar();
-    if (!hora || lista->filaActual() >= 0 || m_dia.filas.empty())
-        return;
-    const auto cerca
-        = std::find_if(m_dia.filas.begin(), m_dia.filas.end(), [&](const FilaDia &fila) { return fila.hora >= *hora; });
-    elegirHora(cerca == m_dia.filas.end() ? m_dia.filas.back().hora : cerca->hora);
+    if (m_horaBuscada && !m_dia.filas.empty()) {
+        const auto cerca = std::find_if(
+            m_dia.filas.begin(), m_dia.filas.end(), [this](const FilaDia &fila) { return fila.hora >= m_horaBuscada; });
+        elegirHora(cerca == m_dia.filas.end() ? m_dia.filas.back().hora : cerca->hora);
+    }
+    m_horaHallada = horaActual();
 }
 
 void agendas::trasCambio(std::optional<QTime> hora)
@@ -207,6 +210,12 @@ void agendas::mostrarDia()
     if (m_dia.noLaborable)
         colores.setColor(QPalette::WindowText, ui::color::error());
     fechaactiva->setPalette(colores);
+    lista->setAviso(
+        (m_doctor == 0             ? tr("No hay profesionales cargados.")
+             : m_dia.noLaborable   ? tr("Ese día no se atiende.")
+             : !m_dia.hayPlantilla ? tr("Ese día no tiene una plantilla de horarios.")
+                                   : tr("Ese día no tiene horarios."))
+        + (m_doctor == 0 ? QString() : tr("\nNuevo (Ctrl+N) asigna un turno a la hora que se elija.")));
 }
 
 void agendas::mostrarResumen()
@@ -346,10 +355,8 @@ void agendas::alTic()
 
 void agendas::conectar()
 {
-    connect(
-        lisdocto, &QComboBox::currentIndexChanged, this, [this] { intentar([this] { recargarCerca(horaActual()); }); });
-    connect(
-        fechadia, &CalendarioMes::fechaElegida, this, [this] { intentar([this] { recargarCerca(horaActual()); }); });
+    connect(lisdocto, &QComboBox::currentIndexChanged, this, [this] { intentar([this] { recargarCerca(); }); });
+    connect(fechadia, &CalendarioMes::fechaElegida, this, [this] { intentar([this] { recargarCerca(); }); });
 
     const auto irAHora = [this](const QListWidgetItem *renglon) {
         if (const QTime hora = QTime::fromString(renglon->text().left(5), QStringLiteral("HH:mm")); hora.isValid())

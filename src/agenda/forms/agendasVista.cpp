@@ -54,8 +54,8 @@ void agendas::construir()
     lista = new GrillaTurnos(
         QStringLiteral("lista"),
         // At 1280 pixels arrival and attendance are seen without scrolling, also with a wide letter.
-        QStringLiteral("|^Hora|<Paciente               |<Cobertura|<Teléfonos         |<Motivo "
-                       "|>Caja $   |>Saldo $  |^Llegó|^Atend.|<Observaciones"),
+        QStringLiteral("|^Hora|<Paciente                  |<Cobertura|<Teléfonos           |<Motivo "
+                       "|>Caja $ |>Saldo $|^Llegó|^Atend.|<Observaciones"),
         this);
     lista->setElasticas({{1, 3}, {2, 3}, {3, 3}, {4, 3}, {9, 4}});
     lista->setAcceptDrops(true);

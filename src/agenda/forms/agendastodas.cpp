@@ -307,7 +307,10 @@ void agendastodas::abrirReserva()
     if (turnos.isEmpty() && antes && antes->fila.clase == FilaDia::Clase::Turno)
         turnos << base::fechaHoraTexto({m_todas->fecha, antes->fila.hora}); // an extra one at an hour that is taken
     ui::Pedido pedido;
-    pedido.datos = {{QStringLiteral("doctor"), doctor}, {QStringLiteral("turnos"), turnos}};
+    pedido.datos
+        = {{QStringLiteral("doctor"), doctor},
+           {QStringLiteral("turnos"), turnos},
+           {QStringLiteral("fecha"), m_todas->fecha}};
     const QPointer<agendastodas> esta(this);
     pedido.alTerminar = [esta, antes](const QVariantMap &) {
         if (esta)
