@@ -1,11 +1,11 @@
 #include "agenda/AtenderTurno.h"
 
-#include "agenda/Reserva.h"
 #include "agenda/Textos.h"
 #include "db/Connection.h"
 #include "db/Entorno.h"
 #include "db/Historial.h"
 #include "db/ListaDoctores.h"
+#include "patients/BusquedaPacientes.h"
 
 namespace agenda {
 
@@ -23,7 +23,7 @@ base::Resultado<int> atender(db::Entorno &entorno, qint64 id, bool fichaAbierta)
     const int nrohc = int(turno->integer(0, turno->column(u"NroHC")));
     if (nrohc == nroBloqueado)
         return horarioBloqueado();
-    if (!nombrePaciente(entorno.conexion(), nrohc))
+    if (!patients::nombrePaciente(entorno.conexion(), nrohc))
         return pacienteInexistente();
     return nrohc;
 }

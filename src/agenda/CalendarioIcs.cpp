@@ -170,7 +170,7 @@ base::Control guardarIcs(db::Entorno &entorno, const CalendarioIcs &calendario, 
             .arg(
                 pedido.conNombres ? QStringLiteral("con") : QStringLiteral("sin"),
                 cantidadTurnos(calendario.turnos),
-                nombreMedico(entorno.conexion(), pedido.doctor),
+                nombreProfesional(entorno.conexion(), pedido.doctor),
                 base::fechaTexto(pedido.desde),
                 base::fechaTexto(pedido.hasta)));
 }

@@ -42,7 +42,7 @@ base::Control controlarDia(db::Entorno &entorno, const db::Recordset &turno)
 /// refuses.
 base::Control cambiar(db::Entorno &entorno, qint64 id, const std::function<base::Control(db::Recordset &)> &cambio)
 {
-    if (auto sinDerecho = db::controlarDerecho(entorno, u"accesomodificarturno"))
+    if (auto sinDerecho = db::controlarDerecho(entorno, derechoCambios))
         return sinDerecho;
     db::Transaction transaccion(entorno.conexion());
     db::Recordset turno = leer(entorno.conexion(), id);
@@ -69,7 +69,7 @@ base::Rechazo atendidoNoPuedeFaltar()
 /// inside a transaction.
 qint64 pagoAEliminar(db::Entorno &entorno, qint64 id)
 {
-    if (db::controlarDerecho(entorno, u"accesomodificarturno"))
+    if (db::controlarDerecho(entorno, derechoCambios))
         return 0;
     if (!db::Config(entorno.conexion()).bandera(u"pagocaja"))
         return 0;
@@ -121,44 +121,13 @@ base::Control marcarAtendido(db::Entorno &entorno, qint64 id, bool atendido)
     });
 }
 
-base::Control cambiarObservaciones(db::Entorno &entorno, qint64 id, const QString &texto)
-{
-    return cambiar(entorno, id, [&](db::Recordset &turno) -> base::Control {
-        turno.set(u"observacionestur", texto.trimmed());
-        return std::nullopt;
-    });
-}
-
-base::Control cambiarMotivo(db::Entorno &entorno, qint64 id, int motivo)
-{
-    return cambiar(entorno, id, [&](db::Recordset &turno) -> base::Control {
-        turno.set(u"motivo", motivo);
-        return std::nullopt;
-    });
-}
-
-base::Control mover(db::Entorno &entorno, qint64 id, const QDateTime &momento)
-{
-    return cambiar(entorno, id, [&](db::Recordset &turno) -> base::Control {
-        const int doctor = int(turno.integer(u"Doctor"));
-        if (turno.dateTime(u"Fecha") == momento)
-            return std::nullopt;
-        if (auto rechazo = controlarDia(entorno, momento.date()))
-            return rechazo;
-        if (auto rechazo = controlarDiaLaborable(entorno.conexion(), doctor, momento.date()))
-            return rechazo;
-        if (controlarSobreturno(entorno.conexion(), doctor, momento, id) != Permiso::Permitido)
-            return rechazoSobreturnos({momento}, false);
-        turno.set(u"Fecha", momento);
-        return std::nullopt;
-    });
-}
-
 base::Control modificar(db::Entorno &entorno, qint64 id, const CambioTurno &cambio)
 {
     return cambiar(entorno, id, [&](db::Recordset &turno) -> base::Control {
-        if (cambio.fecha) {
+        if (cambio.fecha && *cambio.fecha != turno.dateTime(u"Fecha")) {
             const int doctor = int(turno.integer(u"Doctor"));
+            if (auto rechazo = controlarDia(entorno, cambio.fecha->date()))
+                return rechazo;
             if (auto rechazo = controlarDiaLaborable(entorno.conexion(), doctor, cambio.fecha->date())) {
                 rechazo->campo = QStringLiteral("fechadia");
                 return rechazo;

@@ -14,6 +14,9 @@ class Entorno;
 
 namespace agenda {
 
+/// The right without which no appointment is changed.
+inline constexpr QStringView derechoCambios = u"accesomodificarturno";
+
 // Every change of an appointment checks the right of the person working, re-reads the row by its `id` and refuses when
 // another station deleted it. Whose mark `aplicaraturnos` is set has the right to change and delete for days from today
 // on only, and so moves nothing to a day that is over either. Nothing is written on a refusal.
@@ -23,21 +26,15 @@ namespace agenda {
 [[nodiscard]] base::Control marcarLlegado(db::Entorno &entorno, qint64 id, bool llego);
 /// Marks as attended or not; only who arrived can be attended.
 [[nodiscard]] base::Control marcarAtendido(db::Entorno &entorno, qint64 id, bool atendido);
-[[nodiscard]] base::Control cambiarObservaciones(db::Entorno &entorno, qint64 id, const QString &texto);
-/// `motivo` is an `id` of [Lista Motivos Consulta], 0 for none.
-[[nodiscard]] base::Control cambiarMotivo(db::Entorno &entorno, qint64 id, int motivo);
-/// Gives the appointment another day and hour with the same professional: a day on which he attends, within the
-/// overbooking limits. Onto its own moment it changes nothing.
-[[nodiscard]] base::Control mover(db::Entorno &entorno, qint64 id, const QDateTime &momento);
 
 /// What changes of an appointment; what is absent stays as another station may have left it meanwhile.
 struct CambioTurno {
-    std::optional<QDateTime> fecha = {}; ///< another day and hour
-    std::optional<int> motivo = {};
+    std::optional<QDateTime> fecha = {}; ///< another day and hour, with the same professional
+    std::optional<int> motivo = {}; ///< `id` of [Lista Motivos Consulta], 0 for none
     std::optional<QString> observacionestur = {};
 };
-/// All of it or none. A new day must be a working day and lie within the overbooking limits; a reason may not be taken
-/// away where one is required. Fields: `fechadia`, `listahoras`, `motivo`.
+/// All of it or none. Another moment must be on a working day and within the overbooking limits; a reason may not be
+/// taken away where one is required. Fields: `fechadia`, `listahoras`, `motivo`.
 [[nodiscard]] base::Control modificar(db::Entorno &entorno, qint64 id, const CambioTurno &cambio);
 
 /// Deletes appointments or blocked slots after asking, all of them or, when one is gone already, none. An empty result

@@ -1,6 +1,8 @@
 #include "agenda/MismoDia.h"
 
+#include "agenda/DiasNoLaborables.h"
 #include "agenda/GrillaDia.h"
+#include "agenda/Textos.h"
 #include "base/Fechas.h"
 #include "db/Connection.h"
 
@@ -12,11 +14,6 @@ namespace {
 
 /// Days that are named one by one; of the others only how many they are.
 constexpr int maximoDiasNombrados = 3;
-
-QString conNombre(const QString &nombre)
-{
-    return nombre.trimmed().isEmpty() ? QStringLiteral("<Médico sin Identificar>") : nombre.trimmed();
-}
 
 std::set<QDate> diasDe(const QVector<QDateTime> &momentos)
 {
@@ -69,7 +66,8 @@ turnosDeEsosDias(db::Connection &conexion, int nrohc, const QVector<QDateTime> &
         const QDateTime fecha = filas->dateTime(i, 1);
         if (!dias.contains(fecha.date()) || filas->integer(i, 0) == menos)
             continue;
-        turnos.append({filas->integer(i, 0), fecha, conNombre(filas->text(i, 2))});
+        const QString profesional = filas->text(i, 2).trimmed();
+        turnos.append({filas->integer(i, 0), fecha, profesional.isEmpty() ? textoSinProfesional : profesional});
     }
     return turnos;
 }
@@ -94,18 +92,48 @@ QString avisoMismoDia(const QVector<TurnoDelPaciente> &turnos, bool variosDias)
     return texto;
 }
 
-QString avisoDeReserva(const QVector<TurnoDelPaciente> &turnos, const QVector<QDateTime> &momentos, QDate hoy)
+QString avisoSinAtencion(db::Connection &conexion, int doctor, const QVector<QDateTime> &momentos)
 {
     const std::set<QDate> dias = diasDe(momentos);
-    QStringList lineas{avisoPasados(dias, hoy), avisoMismoDia(turnos, dias.size() > 1)};
-    lineas.removeAll(QString());
-    return lineas.join(u'\n');
+    if (dias.empty())
+        return {};
+    const QVector<DiaNoLaborable> noLaborables = listarDiasNoLaborables(conexion, doctor);
+    const db::Rows bloqueos = conexion.query(
+        QStringLiteral("SELECT Fecha FROM [Agenda Turnos] WHERE ")
+            + conexion.dialect().dayRange(QStringLiteral("Fecha"), *dias.begin(), *dias.rbegin())
+            + QStringLiteral(" And Doctor = ? And NroHC = ?"),
+        {doctor, nroBloqueado});
+    std::set<QString> bloqueados;
+    for (int i = 0; i < bloqueos->rowCount(); ++i)
+        bloqueados.insert(base::fechaHoraTexto(bloqueos->dateTime(i, 0)));
+
+    QStringList cuales;
+    for (const QDateTime &momento : momentos) {
+        const QString dia = base::fechaTexto(momento.date()), hora = base::fechaHoraTexto(momento);
+        if (!diasNoLaborablesEntre(noLaborables, momento.date(), momento.date()).empty()) {
+            if (!cuales.contains(dia))
+                cuales << dia;
+        } else if (bloqueados.count(hora) > 0) {
+            cuales << hora;
+        }
+    }
+    if (cuales.isEmpty())
+        return {};
+    const auto otros = cuales.size() - maximoDiasNombrados;
+    QString texto = QStringLiteral("No se atiende: ") + cuales.mid(0, maximoDiasNombrados).join(QStringLiteral(", "));
+    if (otros > 0)
+        texto += QStringLiteral(" y otros %1").arg(otros);
+    return texto + u'.';
 }
 
-QString nombreProfesional(db::Connection &conexion, int doctor)
+QString avisoDeReserva(
+    const QVector<TurnoDelPaciente> &turnos, const QVector<QDateTime> &momentos, QDate hoy, const QString &sinAtencion)
 {
-    const db::Rows filas = conexion.query(QStringLiteral("SELECT NomDoc FROM [Lista Doctores] WHERE id = ?"), {doctor});
-    return conNombre(filas->rowCount() > 0 ? filas->text(0, 0) : QString());
+    const std::set<QDate> dias = diasDe(momentos);
+    const QString dia = (avisoPasados(dias, hoy) + u' ' + sinAtencion).trimmed();
+    QStringList lineas{dia, avisoMismoDia(turnos, dias.size() > 1)};
+    lineas.removeAll(QString());
+    return lineas.join(u'\n');
 }
 
 } // namespace agenda

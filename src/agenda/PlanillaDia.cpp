@@ -128,9 +128,8 @@ printing::Documento planillaDia(db::Entorno &entorno, int doctor, QDate fecha)
 
     printing::Contenido contenido;
     // Also the name of its PDF.
-    contenido.titulo = QStringLiteral("Turnos del %1").arg(base::fechaTexto(fecha));
-    if (const QString nombre = nombreMedico(conexion, doctor); !nombre.isEmpty())
-        contenido.titulo += QStringLiteral(" - ") + nombre;
+    contenido.titulo
+        = QStringLiteral("Turnos del %1 - %2").arg(base::fechaTexto(fecha), nombreProfesional(conexion, doctor));
     contenido.subtitulo = debajo.join(u'\n');
     contenido.tabla = tablaDe(dia, filas, afiliados);
     contenido.hoja.apaisada = printing::convieneApaisada(*contenido.tabla, contenido.hoja);

@@ -8,6 +8,7 @@
 #include "db/Entorno.h"
 #include "db/ListaDoctores.h"
 #include "db/Recordset.h"
+#include "patients/BusquedaPacientes.h"
 
 namespace agenda {
 
@@ -61,7 +62,7 @@ base::Resultado<ReservaHecha> reservar(db::Entorno &entorno, const Reserva &rese
 
     ReservaHecha hecha;
     db::Transaction transaccion(conexion);
-    if (!nombrePaciente(conexion, reserva.nrohc))
+    if (!patients::nombrePaciente(conexion, reserva.nrohc))
         return pacienteInexistente();
     db::Recordset turno(conexion, QStringLiteral("SELECT * FROM [Agenda Turnos] WHERE id = 0"));
     for (const QDateTime &momento : reserva.turnos) {
@@ -110,15 +111,6 @@ base::Rechazo rechazoSobreturnos(const QVector<QDateTime> &momentos, bool alguno
         texto
             += (i % juntos == 0 ? QStringLiteral("\n") : QStringLiteral("    ")) + base::fechaHoraTexto(momentos.at(i));
     return {base::titulo::atencion, texto, QStringLiteral("listaturnos"), base::Icono::Advertencia};
-}
-
-std::optional<QString> nombrePaciente(db::Connection &conexion, int nrohc)
-{
-    const db::Rows filas
-        = conexion.query(QStringLiteral("SELECT Apellido,Nombres FROM [Pacientes] WHERE NroHC = ?"), {nrohc});
-    if (filas->rowCount() == 0)
-        return std::nullopt;
-    return filas->text(0, 0) + QStringLiteral(", ") + filas->text(0, 1);
 }
 
 } // namespace agenda

@@ -6,12 +6,9 @@
 #include <QString>
 #include <QVector>
 
-#include <optional>
-
 namespace db {
-class Connection;
 class Entorno;
-} // namespace db
+}
 
 namespace agenda {
 
@@ -50,8 +47,5 @@ struct ReservaHecha {
 
 /// The refusal of times that exceed the limits; `algunoAsignado` when others of the same booking were given.
 [[nodiscard]] base::Rechazo rechazoSobreturnos(const QVector<QDateTime> &momentos, bool algunoAsignado);
-
-/// "Apellido, Nombres"; empty optional when there is no such patient.
-[[nodiscard]] std::optional<QString> nombrePaciente(db::Connection &conexion, int nrohc);
 
 } // namespace agenda

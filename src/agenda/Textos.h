@@ -11,6 +11,8 @@ inline constexpr int nroBloqueado = -111;
 inline constexpr QStringView derechoHorarios = u"accesoagendas";
 
 inline const QString textoPacienteEliminado = QStringLiteral("PACIENTE ELIMINADO DEL SISTEMA");
+/// In place of the name of a professional who is not in the list.
+inline const QString textoSinProfesional = QStringLiteral("<Médico sin Identificar>");
 
 using base::registroEliminado;
 

@@ -2,6 +2,7 @@
 
 #include "agenda/DiasNoLaborables.h"
 #include "agenda/LecturaDia.h"
+#include "agenda/Textos.h"
 #include "db/ListaDoctores.h"
 
 #include <algorithm>
@@ -68,8 +69,7 @@ TodasAgendas cargarTodas(db::Connection &conexion, QDate fecha, QDate hoy)
     for (const db::Doctor &doctor : db::profesionales(conexion))
         todas.agendas.push_back(armar(leido, doctor.id, doctor.nombre, fecha));
     while (!leido.turnos.empty())
-        todas.agendas.push_back(
-            armar(leido, leido.turnos.begin()->first, QStringLiteral("<Médico sin Identificar>"), fecha));
+        todas.agendas.push_back(armar(leido, leido.turnos.begin()->first, textoSinProfesional, fecha));
     return todas;
 }
 

@@ -1,9 +1,9 @@
 #include "agenda/TurnoGuardado.h"
 
-#include "agenda/Reserva.h"
 #include "agenda/Textos.h"
 #include "base/Fechas.h"
 #include "db/Recordset.h"
+#include "patients/BusquedaPacientes.h"
 
 namespace agenda {
 
@@ -21,7 +21,7 @@ std::optional<TurnoGuardado> leerTurnoGuardado(db::Connection &conexion, qint64 
     turno.fecha = fila.dateTime(u"Fecha");
     turno.motivo = int(fila.integer(u"motivo"));
     turno.observacionestur = fila.text(u"observacionestur");
-    turno.paciente = nombrePaciente(conexion, turno.nrohc).value_or(textoPacienteEliminado);
+    turno.paciente = patients::nombrePaciente(conexion, turno.nrohc).value_or(textoPacienteEliminado);
     return turno;
 }
 

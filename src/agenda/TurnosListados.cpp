@@ -137,10 +137,11 @@ std::vector<TurnoListado> listarTurnos(db::Connection &conexion, int doctor, QDa
     return turnos;
 }
 
-QString nombreMedico(db::Connection &conexion, int doctor)
+QString nombreProfesional(db::Connection &conexion, int doctor)
 {
     const db::Rows filas = conexion.query(QStringLiteral("SELECT NomDoc FROM [Lista Doctores] WHERE id = ?"), {doctor});
-    return filas->rowCount() > 0 ? filas->text(0, 0).trimmed() : QString();
+    const QString nombre = filas->rowCount() > 0 ? filas->text(0, 0).trimmed() : QString();
+    return nombre.isEmpty() ? textoSinProfesional : nombre;
 }
 
 QString fechaLarga(QDate fecha)

@@ -42,8 +42,8 @@ struct TurnoListado {
 /// Those of a professional (0: of all of them) in a range of days, both included, by time.
 [[nodiscard]] std::vector<TurnoListado> listarTurnos(db::Connection &conexion, int doctor, QDate desde, QDate hasta);
 
-/// `NomDoc` of a professional; empty when there is none.
-[[nodiscard]] QString nombreMedico(db::Connection &conexion, int doctor);
+/// `NomDoc`, or "<Médico sin Identificar>".
+[[nodiscard]] QString nombreProfesional(db::Connection &conexion, int doctor);
 
 /// "Martes 24 de noviembre de 2026".
 [[nodiscard]] QString fechaLarga(QDate fecha);

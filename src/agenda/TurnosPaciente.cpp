@@ -1,6 +1,7 @@
 #include "agenda/TurnosPaciente.h"
 
 #include "agenda/GrillaDia.h"
+#include "agenda/Textos.h"
 #include "base/Fechas.h"
 #include "db/Connection.h"
 
@@ -40,7 +41,7 @@ std::vector<TurnoPaciente> turnosDePaciente(db::Connection &conexion, int nrohc,
         turno.id = filas->integer(i, 0);
         turno.momento = filas->dateTime(i, 1);
         turno.doctor = int(filas->integer(i, 2));
-        turno.profesional = filas->isNull(i, 3) ? QStringLiteral("<Médico sin Identificar>") : filas->text(i, 3);
+        turno.profesional = filas->isNull(i, 3) ? textoSinProfesional : filas->text(i, 3);
         turno.motivo = filas->text(i, 4);
         turno.llegado = filas->flag(i, 5);
         turno.atendido = filas->flag(i, 6);

@@ -8,10 +8,12 @@
 
 namespace ui {
 
-QPushButton *boton(QWidget *padre, const QString &nombre, const QString &texto, const QString &nombreIcono)
+QPushButton *
+boton(QWidget *padre, const QString &nombre, const QString &texto, const QString &nombreIcono, const QString &ayuda)
 {
     auto *nuevo = new QPushButton(icono(nombreIcono), texto, padre);
     nuevo->setObjectName(nombre);
+    nuevo->setToolTip(ayuda);
     // Enter moves on in a form: it is the window that says which button it presses.
     nuevo->setAutoDefault(false);
     return nuevo;

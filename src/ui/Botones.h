@@ -9,9 +9,9 @@ class QWidget;
 
 namespace ui {
 
-/// A button under its given name, with its caption (mnemonic included) and one of the program's icons.
-[[nodiscard]] QPushButton *
-boton(QWidget *padre, const QString &nombre, const QString &texto, const QString &nombreIcono);
+/// A button under its given name, with its caption (mnemonic included), one of the program's icons and a tool tip.
+[[nodiscard]] QPushButton *boton(
+    QWidget *padre, const QString &nombre, const QString &texto, const QString &nombreIcono, const QString &ayuda = {});
 
 /// A small flat button that shows a sign; `ayuda` is its tool tip and what is read aloud.
 [[nodiscard]] QToolButton *flecha(QWidget *padre, const QString &nombre, const QString &signo, const QString &ayuda);

@@ -11,6 +11,7 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QRegularExpression>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -67,7 +68,7 @@ Grilla::Grilla(const QString &nombre, const QString &encabezado, QWidget *parent
     for (int i = 0; i < m_modelo->columnCount(); ++i)
         setColumnHidden(i, m_modelo->columnas()[size_t(i)].caracteres == 0);
     connect(titulos, &QHeaderView::sectionResized, this, [this](int columna) {
-        if (m_anchosPuestos && !m_recargando && columna != m_modelo->columnCount() - 1)
+        if (m_anchosPuestos && !m_recargando && !m_repartiendo && columna != m_modelo->columnCount() - 1)
             m_anchosCambiados = true;
     });
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex &index) { emit activada(index.row()); });
@@ -108,6 +109,35 @@ void Grilla::ponerAnchos()
         if (!isColumnHidden(i))
             setColumnWidth(i, guardado > 0 ? qMin(guardado, 4000) : anchoPropio(i));
     }
+    m_anchosGuardados = valen;
+    repartirAncho();
+}
+
+void Grilla::setElasticas(std::vector<std::pair<int, int>> columnasYPesos)
+{
+    m_elasticas = std::move(columnasYPesos);
+    repartirAncho();
+}
+
+void Grilla::repartirAncho()
+{
+    if (m_elasticas.empty() || m_anchosGuardados || m_anchosCambiados)
+        return;
+    int sobra = viewport()->width(), pesos = 0;
+    for (int i = 0; i < m_modelo->columnCount(); ++i)
+        sobra -= isColumnHidden(i) ? 0 : anchoPropio(i);
+    for (const auto &[columna, peso] : m_elasticas)
+        pesos += peso;
+    const QScopedValueRollback repartiendo(m_repartiendo, true);
+    for (const auto &[columna, peso] : m_elasticas)
+        setColumnWidth(columna, anchoPropio(columna) + qMax(0, sobra) * peso / pesos);
+}
+
+void Grilla::resizeEvent(QResizeEvent *event)
+{
+    QTableView::resizeEvent(event);
+    if (m_anchosPuestos)
+        repartirAncho();
 }
 
 QSize Grilla::sizeHint() const
@@ -183,9 +213,13 @@ void Grilla::recargar(const std::function<void()> &cambio)
 
     m_recargando = true;
     cambio();
-    if (claveAntes != 0)
-        if (const int fila = m_modelo->filaDe(claveAntes); fila >= 0)
-            elegirFila(fila);
+    if (claveAntes != 0) {
+        const int fila = m_modelo->filaDe(claveAntes);
+        elegirFila(fila);
+        if (fila < 0 && m_modelo->rowCount() > 0)
+            selectionModel()->setCurrentIndex(
+                m_modelo->index(qMin(filaAntes, m_modelo->rowCount() - 1), 0), QItemSelectionModel::NoUpdate);
+    }
     if (elegidasAntes.size() > 1) {
         const std::unordered_set<qint64> buscadas(elegidasAntes.begin(), elegidasAntes.end());
         QItemSelection elegidas;

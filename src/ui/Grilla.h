@@ -30,8 +30,12 @@ public:
     void elegirClave(qint64 clave);
     void elegirFila(int fila);
 
+    /// Columns that share the room which a wide window leaves, each by its weight; the last column has what remains.
+    /// Not once the person has chosen widths of her own.
+    void setElasticas(std::vector<std::pair<int, int>> columnasYPesos);
+
     /// As setRows()/setTextos() of the model, keeping selected keys and scroll position. A row that is gone leaves
-    /// nothing selected, so that no action meets another one.
+    /// nothing selected, so that no action meets another one; the arrows go on from where it was.
     void mostrar(db::Rows rows, int primera = 0);
     void mostrar(std::vector<QStringList> filas, std::vector<qint64> claves);
 
@@ -59,12 +63,14 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void showEvent(QShowEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
 
 private:
     void copiar(bool soloElegidas);
     void recargar(const std::function<void()> &cambio);
     void ponerAnchos();
+    void repartirAncho();
     [[nodiscard]] int anchoPropio(int columna) const;
     [[nodiscard]] QString claveAnchos() const;
     [[nodiscard]] std::vector<int> filasElegidas() const;
@@ -73,6 +79,9 @@ private:
     bool m_recargando = false;
     bool m_anchosPuestos = false;
     bool m_anchosCambiados = false;
+    bool m_anchosGuardados = false; ///< the widths are the person's
+    bool m_repartiendo = false;
+    std::vector<std::pair<int, int>> m_elasticas;
 };
 
 } // namespace ui

@@ -1,8 +1,10 @@
 #include "ui/Ventana.h"
 
 #include "base/Mensajes.h"
+#include "db/Connection.h"
 #include "db/Entorno.h"
 #include "db/Error.h"
+#include "db/Historial.h"
 #include "ui/Avance.h"
 #include "ui/Grilla.h"
 #include "ui/NombreArchivo.h"
@@ -157,9 +159,18 @@ void Ventana::exportar(const Grilla &grilla)
             });
         if (avance.cancelado())
             return;
+        // No file without its entry in the log, and no entry without its file.
+        db::Transaction transaccion(conexion());
+        if (escrito)
+            db::registrarHistorial(
+                m_entorno,
+                windowTitle(),
+                tr("Exportación de la lista a un archivo. (Renglones: %1)").arg(grilla.modelo().rowCount()));
         if (!escrito || !archivo.commit())
             m_entorno.mensajes().fallar(
                 base::titulo::error, tr("No se pudo escribir el archivo: %1").arg(archivo.errorString()));
+        else
+            transaccion.commit();
     });
 }
 

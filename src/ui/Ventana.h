@@ -46,8 +46,8 @@ public:
     bool recibir(const Pedido &pedido);
     /// refrescar() with its failures shown.
     void actualizar();
-    /// Asks for a file and writes all rows of a grid to it as CSV. Tells of a failure; a long one shows how far it is
-    /// and can be cancelled, which leaves the file as it was.
+    /// Asks for a file and writes all rows of a grid to it as CSV, with an entry in the activity log. Tells of a
+    /// failure; a long one shows how far it is and can be cancelled, which leaves the file as it was.
     virtual void exportar(const Grilla &grilla);
     /// The selected rows of a grid, or all with their titles, to the clipboard; in the same way.
     void copiar(const Grilla &grilla, bool soloElegidas);

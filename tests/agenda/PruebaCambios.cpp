@@ -78,7 +78,7 @@ private slots:
         base.conexion().execute("UPDATE [Lista Doctores] SET aplicaraturnos = -1");
         QVERIFY(!marcarLlegado(base, deHoy, true));
         QCOMPARE(texto(marcarLlegado(base, deAyer, false)), sinPermiso);
-        QCOMPARE(texto(mover(base, deHoy, hoy.addDays(-1).addSecs(1200))), sinPermiso);
+        QCOMPARE(texto(modificar(base, deHoy, {.fecha = hoy.addDays(-1).addSecs(1200)})), sinPermiso);
         base.guion.esperarPregunta(base::titulo::confirmacion, preguntaEliminar, true);
         const auto eliminados = liberar(base, {deHoy, deAyer});
         QVERIFY(!eliminados);
@@ -128,9 +128,8 @@ private slots:
               marcarLlegado(base, id, false),
               marcarAtendido(base, id, true),
               marcarAtendido(base, id, false),
-              cambiarObservaciones(base, id, "x"),
-              cambiarMotivo(base, id, 1),
-              mover(base, id, Consultorio::a("10:00"))}) {
+              modificar(base, id, {.observacionestur = "x"}),
+              modificar(base, id, {.fecha = Consultorio::a("10:00")})}) {
             QCOMPARE(texto(control), yaNoExiste);
             QCOMPARE(control->titulo, QString("Atención..."));
         }
@@ -154,9 +153,8 @@ private slots:
         for (const base::Control &control :
              {marcarLlegado(base, id, false),
               marcarAtendido(base, id, true),
-              cambiarObservaciones(base, id, "x"),
-              cambiarMotivo(base, id, 1),
-              mover(base, id, Consultorio::a("10:00")),
+              modificar(base, id, {.observacionestur = "x"}),
+              modificar(base, id, {.fecha = Consultorio::a("10:00")}),
               bloquear(base, base.usuario, {Consultorio::a("11:00")})})
             QCOMPARE(texto(control), sinPermiso);
         QCOMPARE(liberar(base, {id}).rechazo().texto, sinPermiso);
@@ -227,20 +225,19 @@ private slots:
         base.plantilla(Consultorio::maniana(), {0, 0, false, false});
         const qint64 id = base.turno(7, Consultorio::a("09:20"));
         base.turno(8, Consultorio::a("09:40"));
-        const auto control = mover(base, id, Consultorio::a("09:40"));
+        const auto control = modificar(base, id, {.fecha = Consultorio::a("09:40")});
         QVERIFY(control);
         QCOMPARE(
             control->texto,
             QString("No puede registrar más sobreturnos. Los siguientes turnos no se asignaron:\n23/11/2026 09:40"));
-        QVERIFY(!mover(base, id, Consultorio::a("09:20"))); // onto itself
+        QVERIFY(!modificar(base, id, {.fecha = Consultorio::a("09:20")})); // onto itself
         const QDateTime otroDia = Consultorio::a(Consultorio::lunes().addDays(8), "10:00");
         QVERIFY(!agregarDiasNoLaborables(base.conexion(), base.usuario, {{0, 2, 12, 0}}));
         QCOMPARE(
-            texto(mover(base, id, otroDia.addDays(1))),
+            texto(modificar(base, id, {.fecha = otroDia.addDays(1)})),
             QString("La fecha seleccionada NO corresponde a un día laborable."));
-        QVERIFY(!mover(base, id, otroDia));
-        QVERIFY(!cambiarMotivo(base, id, 5));
-        QVERIFY(!cambiarObservaciones(base, id, " O'Higgins \n"));
+        QVERIFY(!modificar(base, id, {.fecha = otroDia}));
+        QVERIFY(!modificar(base, id, {.motivo = 5, .observacionestur = " O'Higgins \n"}));
         const auto guardado = leerTurnoGuardado(base.conexion(), id);
         QCOMPARE(guardado->fecha, otroDia);
         QCOMPARE(guardado->motivo, 5);

@@ -1,16 +1,12 @@
-#include "Consultorio.h"
+#include "ConVentanas.h"
 #include "agenda/DiasNoLaborables.h"
 #include "agenda/forms/CampoHora.h"
-#include "agenda/forms/Registro.h"
 #include "agenda/forms/VistaSemana.h"
 #include "agenda/forms/agendaferiados.h"
 #include "agenda/forms/agendahorarios.h"
 #include "agenda/forms/agendasnolabo.h"
-#include "support/Prueba.h"
 #include "ui/CampoFecha.h"
-#include "ui/Grilla.h"
 #include "ui/ListaCombo.h"
-#include "ui/Ventanas.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -24,26 +20,16 @@
 using namespace agenda;
 
 /// The windows of hours and days off, driven as a person does.
-class PruebaHorarios : public QObject
+class PruebaHorarios : public ConVentanas
 {
     Q_OBJECT
 
-    std::unique_ptr<Consultorio> base;
-    std::unique_ptr<ui::Ventanas> ventanas;
     int otro = 0;
 
     template <typename Form>
     Form *abrir(const char *nombre)
     {
-        auto *form = qobject_cast<Form *>(ventanas->abrir(nombre, {{{"doctor", base->usuario}}, {}}));
-        if (form && QTest::qWaitForWindowExposed(form))
-            form->activateWindow();
-        return form && QTest::qWaitForWindowActive(form) ? form : nullptr;
-    }
-    static void pulsar(QAbstractButton *boton)
-    {
-        QVERIFY2(boton->isVisible() && boton->isEnabled(), qPrintable(boton->objectName()));
-        QTest::mouseClick(boton, Qt::LeftButton);
+        return ConVentanas::abrir<Form>(nombre, {{"doctor", base->usuario}});
     }
     static QString cual(QWidget *w) { return w ? w->objectName() : QString(); }
     int cuantos(int doctor) { return int(listarDiasNoLaborables(base->conexion(), doctor).size()); }
@@ -51,17 +37,10 @@ class PruebaHorarios : public QObject
 private slots:
     void init()
     {
-        base = std::make_unique<Consultorio>();
-        ventanas = std::make_unique<ui::Ventanas>();
-        registrarVentanas(*base, *ventanas);
+        preparar();
         otro = int(base->fila("Lista Doctores", {{"NomDoc", "Otra"}, {"tipo", 0}}));
     }
-    void cleanup()
-    {
-        ventanas.reset();
-        base->guion.terminar();
-        base.reset();
-    }
+    void cleanup() { terminar(); }
 
     void reune_fechas_y_las_guarda()
     {
@@ -186,6 +165,13 @@ private slots:
         QCOMPARE(cuantos(base->usuario), 0);
         QVERIFY(h->hayCambios());
 
+        base->guion.esperarPregunta(
+            "Confirmación...",
+            "Con «Todos los días», «De cada mes» y «De cada año» no se atenderá nunca. ¿Desea agregarlo?",
+            false);
+        pulsar(h->agregardia);
+        QCOMPARE(cuantos(base->usuario), 0);
+
         h->fechadesde->setText("1/1/2027");
         h->fechahasta->setText("31/12/2027");
         pulsar(h->guardar);
@@ -241,26 +227,6 @@ private slots:
         };
         QVERIFY(pixel(0) != vacia.pixelColor(230, 250));
         QVERIFY(pixel(0).name() != pixel(1).name());
-    }
-
-    void una_letra_para_cada_control()
-    {
-        for (const char *nombre : {"agendahorarios", "agendasnolabo", "agendaferiados"}) {
-            auto *ventana = abrir<ui::Ventana>(nombre);
-            QVERIFY(ventana);
-            QStringList letras;
-            const auto anotar = [&letras](const QString &texto) {
-                if (const auto lugar = texto.indexOf('&'); lugar >= 0)
-                    letras << texto.mid(lugar + 1, 1).toUpper();
-            };
-            for (const auto *boton : ventana->findChildren<QAbstractButton *>())
-                anotar(boton->text());
-            for (const auto *rotulo : ventana->findChildren<QLabel *>())
-                anotar(rotulo->text());
-            QVERIFY(letras.size() > 3);
-            QCOMPARE(letras.removeDuplicates(), 0);
-            ventana->close();
-        }
     }
 };
 

@@ -1,16 +1,13 @@
-#include "Consultorio.h"
+#include "ConVentanas.h"
 #include "agenda/Calendario.h"
 #include "agenda/DiasNoLaborables.h"
 #include "agenda/RangoTurnos.h"
 #include "agenda/Sobreturnos.h"
 #include "agenda/forms/CalendarioMes.h"
-#include "agenda/forms/Registro.h"
 #include "agenda/forms/SelectorHora.h"
 #include "agenda/forms/agendanuevahora.h"
 #include "base/Fechas.h"
-#include "support/Prueba.h"
 #include "ui/CampoFecha.h"
-#include "ui/Ventanas.h"
 
 #include <QCheckBox>
 #include <QListWidget>
@@ -51,12 +48,10 @@ QString dias(const QVector<QDateTime> &momentos)
 } // namespace
 
 /// The time picker: what an hour gives over a range of dates, and its window.
-class PruebaNuevaHora : public QObject
+class PruebaNuevaHora : public ConVentanas
 {
     Q_OBJECT
 
-    std::unique_ptr<Consultorio> base;
-    std::unique_ptr<ui::Ventanas> ventanas;
     QStringList recibidos;
 
     agendanuevahora *abrir(const QDateTime &momento)
@@ -71,18 +66,8 @@ class PruebaNuevaHora : public QObject
     }
 
 private slots:
-    void init()
-    {
-        base = std::make_unique<Consultorio>();
-        ventanas = std::make_unique<ui::Ventanas>();
-        registrarVentanas(*base, *ventanas);
-    }
-    void cleanup()
-    {
-        ventanas.reset();
-        base->guion.terminar();
-        base.reset();
-    }
+    void init() { preparar(); }
+    void cleanup() { terminar(); }
 
     void reparte_data()
     {

@@ -1,16 +1,14 @@
-#include "Consultorio.h"
+#include "ConVentanas.h"
 #include "agenda/DiasNoLaborables.h"
 #include "agenda/forms/Arrastre.h"
 #include "agenda/forms/CalendarioMes.h"
 #include "agenda/forms/GrillaTurnos.h"
-#include "agenda/forms/Registro.h"
 #include "agenda/forms/agendalibres.h"
+#include "agenda/forms/agendamodifturno.h"
 #include "agenda/forms/agendaobservacion.h"
 #include "agenda/forms/agendaordenes.h"
 #include "agenda/forms/agendas.h"
-#include "support/Prueba.h"
 #include "ui/ListaCombo.h"
-#include "ui/Ventanas.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -27,53 +25,21 @@ using namespace agenda;
 
 namespace {
 
-/// Stands in for a window of another subsystem: remembers what it was opened with.
-class Ajena : public ui::Ventana
-{
-public:
-    Ajena(db::Entorno &e, ui::Ventanas &v, const QString &nombre)
-        : Ventana(e, v, nombre, nombre)
-    {
-    }
-    bool preparar(const ui::Pedido &pedido) override
-    {
-        abiertas << objectName();
-        conDatos = pedido.datos;
-        return true;
-    }
-    static inline QStringList abiertas;
-    static inline QVariantMap conDatos;
-};
-
 const QString noDisponible = "Esta ventana todavía no forma parte de esta versión de Vastelo.";
 
 } // namespace
 
 /// What the window "agendas" does with appointments, driven as a person does.
-class PruebaOperaciones : public QObject
+class PruebaOperaciones : public ConVentanas
 {
     Q_OBJECT
 
-    std::unique_ptr<Consultorio> base;
-    std::unique_ptr<ui::Ventanas> ventanas;
     agendas *a = nullptr;
 
     void abrir(const QVariantMap &datos = {{"fecha", Consultorio::lunes()}})
     {
-        a = qobject_cast<agendas *>(ventanas->abrir("agendas", {datos, {}}));
+        a = ConVentanas::abrir<agendas>("agendas", datos);
         QVERIFY(a);
-        activar(a);
-    }
-    static void activar(QWidget *ventana)
-    {
-        QVERIFY(QTest::qWaitForWindowExposed(ventana));
-        QCoreApplication::processEvents();
-        ventana->activateWindow();
-        QTRY_COMPARE(QApplication::activeWindow(), ventana);
-    }
-    void ajena(const QString &nombre)
-    {
-        ventanas->registrar(nombre, ui::Modo::Marco, [this, nombre] { return new Ajena(*base, *ventanas, nombre); });
     }
     void cerrar(const char *nombre)
     {
@@ -82,16 +48,7 @@ class PruebaOperaciones : public QObject
         activar(a);
     }
     void tecla(Qt::Key cual, Qt::KeyboardModifiers con = {}) { QTest::keyClick(a->lista, cual, con); }
-    void elegir(const QString &hora, int cual = 0)
-    {
-        for (int i = 0; i < a->lista->modelo().rowCount(); ++i)
-            if (a->lista->modelo().textoCelda(i, 0) == hora && cual-- == 0) {
-                a->lista->elegirFila(i);
-                a->lista->setFocus();
-                return;
-            }
-        QFAIL(qPrintable("no row at " + hora));
-    }
+    void elegir(const QString &hora, int cual = 0) { elegirHora(a->lista, hora, cual); }
     QString actual(int columna = 0) const { return a->lista->modelo().textoCelda(a->lista->filaActual(), columna); }
     QString momento(qint64 id) const
     {
@@ -119,21 +76,14 @@ class PruebaOperaciones : public QObject
 private slots:
     void init()
     {
-        base = std::make_unique<Consultorio>();
-        ventanas = std::make_unique<ui::Ventanas>();
-        registrarVentanas(*base, *ventanas);
+        preparar();
         base->plantilla(Consultorio::maniana(), {-1, 0, false, false});
         base->paciente(7, "Paz", "Eva");
-        base->reloj.set(Consultorio::a("09:30"));
-        Ajena::abiertas.clear();
-        Ajena::conDatos.clear();
     }
     void cleanup()
     {
         a = nullptr;
-        ventanas.reset();
-        base->guion.terminar();
-        base.reset();
+        terminar();
     }
 
     void corta_y_pega()
@@ -192,6 +142,28 @@ private slots:
         elegir("09:00");
         tecla(Qt::Key_V, Qt::ControlModifier);
         QVERIFY(!a->avisocorte->isVisible());
+    }
+
+    void pega_en_un_dia_sin_horarios()
+    {
+        const qint64 id = base->turno(7, Consultorio::a("09:40"));
+        base->conexion().execute("UPDATE [Agenda Turnos Horarios] SET fechahasta = #11/23/2026#");
+        abrir();
+        elegir("09:40");
+        tecla(Qt::Key_X, Qt::ControlModifier);
+        tecla(Qt::Key_Right, Qt::ControlModifier);
+        QCOMPARE(a->lista->modelo().rowCount(), 0);
+        QVERIFY(a->menupegar->isEnabled());
+        tecla(Qt::Key_V, Qt::ControlModifier);
+        auto *m = abierta<agendamodifturno>("agendamodifturno");
+        QVERIFY(m);
+        QCOMPARE(m->fechadia->fecha(), Consultorio::lunes().addDays(1));
+        QCOMPARE(m->hora->text(), QString("09:40"));
+        m->hora->setText("15:15");
+        pulsar(m->guardar);
+        QTRY_COMPARE(momento(id), QString("11-24 15:15"));
+        QVERIFY(!a->avisocorte->isVisible());
+        QTRY_COMPARE(a->lista->claveActual(), id);
     }
 
     void no_pasa_a_otro_profesional()
@@ -263,12 +235,20 @@ private slots:
         QCOMPARE(actual(), QString("10:20"));
         tecla(Qt::Key_Up, Qt::ControlModifier);
         QCOMPARE(actual(), QString("10:20"));
+        elegir("10:00"); // an appointment: on another day the keyboard goes on at its hour
         tecla(Qt::Key_Left, Qt::ControlModifier);
         QCOMPARE(a->dia().fecha, Consultorio::lunes().addDays(-1));
+        QCOMPARE(actual(), QString("10:00"));
+        base->conexion().execute("UPDATE [Agenda Turnos Horarios] SET DoMaHasta = #12/30/1899 09:30#");
+        tecla(Qt::Key_Left, Qt::ControlModifier);
+        tecla(Qt::Key_Right, Qt::ControlModifier);
+        QCOMPARE(actual(), QString("09:20")); // the nearest of a shorter day
         tecla(Qt::Key_Home, Qt::ControlModifier);
         QCOMPARE(a->dia().fecha, Consultorio::lunes());
+        QCOMPARE(actual(), QString("10:00"));
 
-        tecla(Qt::Key_F3);
+        elegir("10:40");
+        tecla(Qt::Key_Down, Qt::ControlModifier); // none is left today: the next ones are offered
         auto *libres = qobject_cast<agendalibres *>(ventanas->buscar("agendalibres"));
         QVERIFY(libres);
         activar(libres);
@@ -290,9 +270,9 @@ private slots:
         elegir("09:40");
         base->guion.esperarMensaje("Atención...", noDisponible, base::Icono::Informacion);
         tecla(Qt::Key_Return);
-        ajena("pacientes");
+        testigo("pacientes");
         tecla(Qt::Key_Return);
-        QCOMPARE(Ajena::conDatos.value("nrohc").toInt(), 7);
+        QCOMPARE(Testigo::conDatos.value("nrohc").toInt(), 7);
         activar(a);
         base->guion.esperarMensaje(
             "Atención...", "Un Paciente está siendo atendido, para seguir debe cerrar la ficha del Paciente");
@@ -303,11 +283,11 @@ private slots:
         base->guion.esperarMensaje("Atención...", "Este paciente no Existe, probablemente a sido eliminado.");
         tecla(Qt::Key_F2);
 
-        ajena("pacientesredu");
+        testigo("pacientesredu");
         base->conexion().execute("UPDATE [Lista Doctores] SET verfichareducida = -1");
         elegir("09:40");
         tecla(Qt::Key_F2);
-        QCOMPARE(Ajena::abiertas, QStringList({"pacientes", "pacientesredu"}));
+        QCOMPARE(Testigo::abiertas, QStringList({"pacientes", "pacientesredu"}));
         cerrar("pacientesredu");
 
         base->delEquipo.modoTurno = true; // Enter acts on the appointment: its menu, instead of the file
@@ -359,7 +339,7 @@ private slots:
         QVERIFY(a->detalleordenes->isVisible());
         tecla(Qt::Key_A, Qt::ControlModifier); // without a window for the session nothing is offered
         QVERIFY(!ventanas->buscar("agendaordenes"));
-        ajena("nuevasesion");
+        testigo("nuevasesion");
         elegir("09:20");
         tecla(Qt::Key_A, Qt::ControlModifier);
         auto *elige = qobject_cast<agendaordenes *>(ventanas->buscar("agendaordenes"));
@@ -368,9 +348,9 @@ private slots:
         QCOMPARE(elige->listaordenes->count(), 2);
         QTest::keyClick(elige->listaordenes, Qt::Key_Down);
         QTest::keyClick(elige->listaordenes, Qt::Key_Return);
-        QTRY_COMPARE(Ajena::abiertas, QStringList("nuevasesion"));
-        QCOMPARE(Ajena::conDatos.value("id").toLongLong(), segundo);
-        QCOMPARE(Ajena::conDatos.value("idorden").toLongLong(), orden);
+        QTRY_COMPARE(Testigo::abiertas, QStringList("nuevasesion"));
+        QCOMPARE(Testigo::conDatos.value("id").toLongLong(), segundo);
+        QCOMPARE(Testigo::conDatos.value("idorden").toLongLong(), orden);
         QCOMPARE(base->cuenta("Atendido <> 0"), 2);
         cerrar("nuevasesion");
         tecla(Qt::Key_A, Qt::ControlModifier); // undone: nothing to offer
@@ -388,17 +368,17 @@ private slots:
         }
         QCOMPARE(base->valor("SELECT COUNT(*) FROM [Historial]"), QString("0"));
         for (const char *nombre : {"agendapagocaja", "agendapagoorden", "elecpaci"})
-            ajena(nombre);
+            testigo(nombre);
         tecla(Qt::Key_G, Qt::ControlModifier);
-        QCOMPARE(Ajena::abiertas.takeLast(), QString("agendapagoorden"));
-        QCOMPARE(Ajena::conDatos.value("id").toLongLong(), id);
+        QCOMPARE(Testigo::abiertas.takeLast(), QString("agendapagoorden"));
+        QCOMPARE(Testigo::conDatos.value("id").toLongLong(), id);
         cerrar("agendapagoorden");
         base->configurar("pagocaja", true);
         a->menupagar->trigger();
-        QCOMPARE(Ajena::abiertas.takeLast(), QString("agendapagocaja"));
+        QCOMPARE(Testigo::abiertas.takeLast(), QString("agendapagocaja"));
         cerrar("agendapagocaja");
         tecla(Qt::Key_F, Qt::ControlModifier);
-        QCOMPARE(Ajena::conDatos.value("modo").toInt(), 3);
+        QCOMPARE(Testigo::conDatos.value("modo").toInt(), 3);
         cerrar("elecpaci");
         tecla(Qt::Key_T, Qt::ControlModifier);
         QVERIFY(ventanas->buscar("agendastodas"));
@@ -477,20 +457,6 @@ private slots:
             tecla(cual, Qt::ControlModifier);
         }
         QCOMPARE(base->cuenta("llegado <> 0"), 0);
-    }
-
-    void cada_letra_una_vez()
-    {
-        abrir();
-        QStringList letras;
-        for (const QWidget *pieza : a->findChildren<QWidget *>()) {
-            const QString texto = pieza->property("text").toString();
-            const auto letra = texto.indexOf(u'&');
-            if (letra >= 0 && letra + 1 < texto.size())
-                letras << texto.mid(letra + 1, 1).toUpper();
-        }
-        QVERIFY(letras.size() > 12);
-        QCOMPARE(letras.removeDuplicates(), 0);
     }
 };
 

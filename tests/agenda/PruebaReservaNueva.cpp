@@ -1,5 +1,6 @@
 #include "Consultorio.h"
 #include "agenda/CambiosTurno.h"
+#include "agenda/DiasNoLaborables.h"
 #include "agenda/MismoDia.h"
 #include "agenda/ReservaNueva.h"
 #include "support/Prueba.h"
@@ -125,6 +126,32 @@ private slots:
         QVERIFY(lineas.size() <= 30);
         QCOMPARE(lineas.join(' ').count("09:20"), 366);
         QCOMPARE(rechazoSobreturnos(momentos.mid(0, 30), true).texto.count('\n'), 30);
+    }
+
+    void avisa_donde_no_se_atiende_data() { soporte::filasDeDialecto(); }
+    void avisa_donde_no_se_atiende()
+    {
+        Consultorio base(soporte::dialectoActual());
+        QVERIFY(!agregarDiasNoLaborables(base.conexion(), base.usuario, {{0, 25, 12, 0}}));
+        base.turno(-111, Consultorio::a("10:00"));
+        base.turno(-111, Consultorio::a("10:20"), {{"Doctor", 9999}});
+        base.turno(7, Consultorio::a("10:40"));
+        const QDate navidad(2026, 12, 25);
+        const auto aviso = [&](const QVector<QDateTime> &momentos) {
+            return avisoSinAtencion(base.conexion(), base.usuario, momentos);
+        };
+        QCOMPARE(aviso({}), QString());
+        QCOMPARE(aviso({Consultorio::a("10:20"), Consultorio::a("10:40")}), QString());
+        QCOMPARE(
+            aviso({Consultorio::a("10:00"), Consultorio::a(navidad, "09:00"), Consultorio::a(navidad, "09:20")}),
+            QString("No se atiende: 23/11/2026 10:00, 25/12/2026."));
+        QVector<QDateTime> muchas;
+        for (int anio = 0; anio < 5; ++anio)
+            muchas << Consultorio::a(navidad.addYears(anio), "09:00");
+        QCOMPARE(aviso(muchas), QString("No se atiende: 25/12/2026, 25/12/2027, 25/12/2028 y otros 2."));
+        QCOMPARE(
+            avisoDeReserva({}, {Consultorio::a(navidad, "09:00")}, navidad.addDays(1), aviso({muchas.first()})),
+            QString("El 25/12/2026 ya pasó. No se atiende: 25/12/2026."));
     }
 
     void turnos_del_mismo_dia_data() { soporte::filasDeDialecto(); }

@@ -1,7 +1,7 @@
-#include "Consultorio.h"
+#include "ConVentanas.h"
 #include "agenda/forms/CalendarioMes.h"
 #include "agenda/forms/LineaAviso.h"
-#include "agenda/forms/Registro.h"
+#include "agenda/forms/PanelReserva.h"
 #include "agenda/forms/agendamodifturno.h"
 #include "agenda/forms/agendanuevahora.h"
 #include "agenda/forms/agendanuevoturno.h"
@@ -9,9 +9,7 @@
 #include "patients/forms/CampoPaciente.h"
 #include "patients/forms/FormularioReducido.h"
 #include "patients/forms/PanelParecidos.h"
-#include "support/Prueba.h"
 #include "ui/ListaCombo.h"
-#include "ui/Ventanas.h"
 
 #include <QComboBox>
 #include <QCompleter>
@@ -20,46 +18,13 @@
 
 using namespace agenda;
 
-namespace {
-
-/// Stands in for the patient chooser and remembers what it was asked for.
-class Elector : public ui::Ventana
-{
-public:
-    Elector(db::Entorno &e, ui::Ventanas &v)
-        : Ventana(e, v, "elecpaci", "Elección del Paciente")
-    {
-    }
-    bool preparar(const ui::Pedido &pedido) override
-    {
-        pedida = pedido.datos;
-        return true;
-    }
-    void elegir(int nrohc) { terminar({{"nrohc", nrohc}}); }
-    static inline QVariantMap pedida;
-};
-
-} // namespace
-
 /// The booking windows together, driven as a person does.
-class PruebaReservaVentanas : public QObject
+class PruebaReservaVentanas : public ConVentanas
 {
     Q_OBJECT
 
-    std::unique_ptr<Consultorio> base;
-    std::unique_ptr<ui::Ventanas> ventanas;
     QVariantMap resultado;
 
-    template <typename Form>
-    Form *abierta(const char *nombre)
-    {
-        auto *form = qobject_cast<Form *>(ventanas->buscar(QLatin1String(nombre)));
-        if (!form || !QTest::qWaitForWindowExposed(form))
-            return nullptr;
-        QCoreApplication::processEvents(); // an opener's own activation may still be on its way
-        form->activateWindow();
-        return QTest::qWaitForWindowActive(form) ? form : nullptr;
-    }
     agendanuevoturno *reservar(const QStringList &turnos, const QVariantMap &otros = {})
     {
         QVariantMap datos{{"doctor", base->usuario}, {"turnos", turnos}};
@@ -67,11 +32,6 @@ class PruebaReservaVentanas : public QObject
         resultado.clear();
         ventanas->abrir("agendanuevoturno", {datos, [this](const QVariantMap &r) { resultado = r; }});
         return abierta<agendanuevoturno>("agendanuevoturno");
-    }
-    static void pulsar(QAbstractButton *boton)
-    {
-        QVERIFY2(boton->isVisible() && boton->isEnabled(), qPrintable(boton->objectName()));
-        QTest::mouseClick(boton, Qt::LeftButton);
     }
     static void teclear(QLineEdit *campo, const char *texto)
     {
@@ -82,21 +42,14 @@ class PruebaReservaVentanas : public QObject
 private slots:
     void init()
     {
-        base = std::make_unique<Consultorio>();
-        ventanas = std::make_unique<ui::Ventanas>();
-        registrarVentanas(*base, *ventanas);
-        ventanas->registrar("elecpaci", ui::Modo::Dialogo, [this] { return new Elector(*base, *ventanas); });
+        preparar();
+        testigo("elecpaci", ui::Modo::Dialogo);
         base->plantilla(Consultorio::maniana(), {-1, 0, false, false});
         base->paciente(7, "O'HIGGINS", "EVA", {{"DNI", "20.111.222"}});
         base->paciente(8, "PÉREZ GÓMEZ", "ANA");
         base->paciente(9, "PÉREZ", "GONZALO");
     }
-    void cleanup()
-    {
-        ventanas.reset();
-        base->guion.terminar();
-        base.reset();
-    }
+    void cleanup() { terminar(); }
 
     void elige_el_paciente_escribiendo_data()
     {
@@ -123,15 +76,16 @@ private slots:
         QTest::keyClick(n->paciente, Qt::Key_Return);
         QCOMPARE(n->paciente->nrohc(), nrohc);
         if (nrohc != 0) {
-            QVERIFY(n->motivo->hasFocus());
+            QVERIFY(n->panel->motivo->hasFocus());
             return;
         }
-        auto *elector = static_cast<Elector *>(ventanas->buscar("elecpaci"));
+        auto *elector = static_cast<Testigo *>(ventanas->buscar("elecpaci"));
         QVERIFY(elector);
-        QCOMPARE(Elector::pedida.value("modo").toInt(), 2);
+        QCOMPARE(Testigo::conDatos.value("modo").toInt(), 2);
         QTEST(
-            Elector::pedida.value("apellido").toString() + '|' + Elector::pedida.value("nombres").toString(), "pedido");
-        elector->elegir(8);
+            Testigo::conDatos.value("apellido").toString() + '|' + Testigo::conDatos.value("nombres").toString(),
+            "pedido");
+        elector->elegir({{"nrohc", 8}});
         QCOMPARE(n->paciente->text(), QString("PÉREZ GÓMEZ, ANA"));
         // Typing on lets that one go: nobody is booked by mistake.
         n->paciente->setFocus();
@@ -160,14 +114,14 @@ private slots:
         base->turno(7, Consultorio::a("10:20"));
         agendanuevoturno *n = reservar({"23/11/2026 09:20"}, {{"nrohc", 7}, {"observacionestur", "ayuno"}});
         QVERIFY(n);
-        QCOMPARE(n->profesional->text(), QString("Juan Pérez"));
-        QCOMPARE(n->aviso->text(), QString("Ya tiene turno ese día: 10:20 con Juan Pérez"));
-        teclear(n->nuevoturno, "24/11/26 9:00");
-        QTest::keyClick(n->nuevoturno, Qt::Key_Return);
-        teclear(n->nuevoturno, "24/11/2026 09:00"); // the same one is not added again
-        QTest::keyClick(n->nuevoturno, Qt::Key_Return);
-        QCOMPARE(n->listaturnos->count(), 2);
-        QVERIFY(n->aviso->text().startsWith("Ya tiene turno el 23/11/2026, 10:20"));
+        QCOMPARE(n->panel->profesional->text(), QString("Juan Pérez"));
+        QCOMPARE(n->panel->aviso->text(), QString("Ya tiene turno ese día: 10:20 con Juan Pérez"));
+        teclear(n->panel->nuevoturno, "24/11/26 9:00");
+        QTest::keyClick(n->panel->nuevoturno, Qt::Key_Return);
+        teclear(n->panel->nuevoturno, "24/11/2026 09:00"); // the same one is not added again
+        QTest::keyClick(n->panel->nuevoturno, Qt::Key_Return);
+        QCOMPARE(n->panel->listaturnos->count(), 2);
+        QVERIFY(n->panel->aviso->text().startsWith("Ya tiene turno el 23/11/2026, 10:20"));
 
         // Another station gives one meanwhile: what the person has not seen is asked, once.
         base->turno(7, Consultorio::a(QDate(2026, 11, 24), "16:00"));
@@ -188,16 +142,16 @@ private slots:
 
     void agrega_con_el_selector_y_quita()
     {
-        agendanuevoturno *n = reservar({"23/11/2026 09:20"}, {{"nrohc", 7}});
+        agendanuevoturno *n = reservar({"23/11/2026 09:20"}, {{"nrohc", 7}, {"fecha", QDate(2026, 12, 3)}});
         QVERIFY(n);
-        pulsar(n->agregarturno);
+        pulsar(n->panel->agregarturno);
         auto *h = abierta<agendanuevahora>("agendanuevahora");
         QVERIFY(h);
         QCOMPARE(h->hora->text(), QString("09:20")); // goes on from the last one
         QTest::keyClick(h->fechadia, Qt::Key_Down);
         QTest::keyClick(h, Qt::Key_S, Qt::ControlModifier);
-        QCOMPARE(n->listaturnos->count(), 2);
-        QCOMPARE(n->listaturnos->item(1)->text(), QString("30/11/2026 09:20"));
+        QCOMPARE(n->panel->listaturnos->count(), 2);
+        QCOMPARE(n->panel->listaturnos->item(1)->text(), QString("30/11/2026 09:20"));
         // The one that the limit refuses is the one chosen, so that it can be taken away.
         base->turno(8, Consultorio::a("09:20"));
         base->turno(8, Consultorio::a(QDate(2026, 11, 30), "09:20"));
@@ -207,13 +161,21 @@ private slots:
             "23/11/2026 09:20\n30/11/2026 09:20",
             base::Icono::Advertencia);
         pulsar(n->guardar);
-        QCOMPARE(n->listaturnos->selectedItems().size(), 2);
+        QCOMPARE(n->panel->listaturnos->selectedItems().size(), 2);
         QVERIFY(abierta<agendanuevoturno>("agendanuevoturno"));
-        QTest::keyClick(n->listaturnos, Qt::Key_Delete);
-        QCOMPARE(n->listaturnos->count(), 0);
+        QTest::keyClick(n->panel->listaturnos, Qt::Key_Delete);
+        QCOMPARE(n->panel->listaturnos->count(), 0);
+        pulsar(n->panel->agregarturno); // without a time to go on from: the day of the agenda, and no hour yet
+        h = abierta<agendanuevahora>("agendanuevahora");
+        QVERIFY(h);
+        QCOMPARE(h->fechadia->fecha(), QDate(2026, 12, 3));
+        QCOMPARE(h->hora->text(), QString());
+        h->close();
+        QVERIFY(abierta<agendanuevoturno>("agendanuevoturno"));
+        n->paciente->setFocus();
         base->guion.esperarMensaje("Aviso...", "Debe indicar el día y la hora del turno que le asignará al paciente.");
         pulsar(n->guardar);
-        QVERIFY(n->agregarturno->hasFocus());
+        QVERIFY(n->panel->agregarturno->hasFocus());
     }
 
     void da_el_turno_a_un_paciente_nuevo()
@@ -233,9 +195,9 @@ private slots:
             base::Icono::Advertencia);
         QTest::keyClick(c, Qt::Key_S, Qt::ControlModifier);
         QCOMPARE(base->valor("SELECT COUNT(id) AS n FROM [Pacientes]"), QString("3"));
-        QTest::keyClick(c->listaturnos, Qt::Key_Delete); // it was left chosen
-        teclear(c->nuevoturno, "23/11/26 9:40");
-        QTest::keyClick(c->nuevoturno, Qt::Key_Return);
+        QTest::keyClick(c->panel->listaturnos, Qt::Key_Delete); // it was left chosen
+        teclear(c->panel->nuevoturno, "23/11/26 9:40");
+        QTest::keyClick(c->panel->nuevoturno, Qt::Key_Return);
         QTest::keyClick(c, Qt::Key_S, Qt::ControlModifier);
         QVERIFY(!ventanas->buscar("agendanuevoturnoctrln"));
         QVERIFY(!ventanas->buscar("agendanuevoturno"));
@@ -267,14 +229,14 @@ private slots:
         QVERIFY(c);
         teclear(c->formulario->apellidor, "o'higgins");
         teclear(c->formulario->nombresr, "eva");
-        c->observacionestur->setPlainText("control");
+        c->panel->observacionestur->setPlainText("control");
         QTRY_VERIFY(c->parecidos->isVisible());
         pulsar(c->parecidos->usarparecido);
         auto *n = abierta<agendanuevoturno>("agendanuevoturno");
         QVERIFY(n);
         QCOMPARE(n->paciente->nrohc(), 7);
-        QCOMPARE(n->listaturnos->count(), 1);
-        QCOMPARE(n->observacionestur->toPlainText(), QString("control"));
+        QCOMPARE(n->panel->listaturnos->count(), 1);
+        QCOMPARE(n->panel->observacionestur->toPlainText(), QString("control"));
         pulsar(n->guardar);
         QVERIFY(!ventanas->buscar("agendanuevoturno") && !ventanas->buscar("agendanuevoturnoctrln"));
         QCOMPARE(resultado.value("nrohc").toInt(), 7);
@@ -332,29 +294,6 @@ private slots:
         base->guion.esperarMensaje("Atención...", yaNoExiste);
         pulsar(m->guardar);
         QCOMPARE(m->hora->text(), QString("10:00"));
-    }
-
-    void una_letra_para_cada_control()
-    {
-        const qint64 id = base->turno(7, Consultorio::a("09:20"));
-        const QVariantMap datos{{"doctor", base->usuario}, {"turnos", QStringList()}, {"id", id}};
-        for (const char *nombre :
-             {"agendanuevoturno", "agendanuevahora", "agendanuevoturnoctrln", "agendamodifturno"}) {
-            ui::Ventana *ventana = ventanas->abrir(nombre, {datos, {}});
-            QVERIFY(ventana);
-            QStringList letras;
-            const auto anotar = [&letras](const QString &texto) {
-                if (const auto lugar = texto.indexOf('&'); lugar >= 0)
-                    letras << texto.mid(lugar + 1, 1).toUpper();
-            };
-            for (const auto *boton : ventana->findChildren<QAbstractButton *>())
-                anotar(boton->text());
-            for (const auto *rotulo : ventana->findChildren<QLabel *>())
-                anotar(rotulo->text());
-            QVERIFY(letras.size() > 4);
-            QVERIFY2(letras.removeDuplicates() == 0, nombre);
-            ventana->close();
-        }
     }
 };
 

@@ -1,20 +1,18 @@
-#include "Consultorio.h"
+#include "ConVentanas.h"
 #include "agenda/DiasNoLaborables.h"
 #include "agenda/forms/CalendarioMes.h"
 #include "agenda/forms/CampoHora.h"
 #include "agenda/forms/GrillaTurnos.h"
-#include "agenda/forms/Registro.h"
+#include "agenda/forms/PanelReserva.h"
 #include "agenda/forms/agendahorarios.h"
 #include "agenda/forms/agendamodifturno.h"
+#include "agenda/forms/agendamotivo.h"
 #include "agenda/forms/agendanuevoturno.h"
 #include "agenda/forms/agendaobservacion.h"
 #include "agenda/forms/agendas.h"
 #include "patients/forms/CampoPaciente.h"
-#include "support/Prueba.h"
 #include "ui/CampoFecha.h"
-#include "ui/Grilla.h"
 #include "ui/ListaCombo.h"
-#include "ui/Ventanas.h"
 
 #include <QComboBox>
 #include <QListWidget>
@@ -47,50 +45,12 @@ public:
 } // namespace
 
 /// The windows, driven as a person does.
-class PruebaVentanas : public QObject
+class PruebaVentanas : public ConVentanas
 {
     Q_OBJECT
 
-    std::unique_ptr<Consultorio> base;
-    std::unique_ptr<ui::Ventanas> ventanas;
-
-    agendas *abrirAgenda(QDate fecha = Consultorio::lunes())
-    {
-        auto *a = qobject_cast<agendas *>(ventanas->abrir("agendas", {{{"fecha", fecha}}, {}}));
-        activar(a);
-        return a;
-    }
-    /// Keys reach their shortcuts in the active window only.
-    static void activar(QWidget *ventana)
-    {
-        QVERIFY(QTest::qWaitForWindowExposed(ventana));
-        QCoreApplication::processEvents(); // an opener's own activation may still be on its way
-        ventana->activateWindow();
-        QTRY_COMPARE(QApplication::activeWindow(), ventana);
-    }
-    /// The open dialog of that name, once it is the active window.
-    template <typename Form>
-    Form *abierta(const char *nombre)
-    {
-        auto *form = qobject_cast<Form *>(ventanas->buscar(QLatin1String(nombre)));
-        if (form)
-            activar(form);
-        return form;
-    }
-    static void pulsar(QAbstractButton *boton)
-    {
-        QVERIFY2(boton->isVisible() && boton->isEnabled(), qPrintable(boton->objectName()));
-        QTest::mouseClick(boton, Qt::LeftButton);
-    }
-    static void elegir(agendas *a, const QString &hora)
-    {
-        for (int i = 0; i < a->lista->modelo().rowCount(); ++i)
-            if (a->lista->modelo().index(i, 0).data().toString() == hora) {
-                a->lista->elegirFila(i);
-                return;
-            }
-        QFAIL(qPrintable("no row at " + hora));
-    }
+    agendas *abrirAgenda(QDate fecha = Consultorio::lunes()) { return abrir<agendas>("agendas", {{"fecha", fecha}}); }
+    static void elegir(agendas *a, const QString &hora) { elegirHora(a->lista, hora); }
     static QString celda(agendas *a, int columna)
     {
         return a->lista->modelo().index(a->lista->filaActual(), columna).data().toString();
@@ -99,20 +59,12 @@ class PruebaVentanas : public QObject
 private slots:
     void init()
     {
-        base = std::make_unique<Consultorio>();
-        ventanas = std::make_unique<ui::Ventanas>();
-        registrarVentanas(*base, *ventanas);
+        preparar();
         ventanas->registrar("elecpaci", ui::Modo::Dialogo, [this] { return new Elector(*base, *ventanas); });
         base->plantilla(Consultorio::maniana(), {-1, 0, false, false});
         base->paciente(7, "Paz", "Eva");
-        base->reloj.set(Consultorio::a("09:30"));
     }
-    void cleanup()
-    {
-        ventanas.reset();
-        base->guion.terminar();
-        base.reset();
-    }
+    void cleanup() { terminar(); }
 
     void da_un_turno_llega_y_es_atendido()
     {
@@ -126,14 +78,14 @@ private slots:
 
         auto *n = abierta<agendanuevoturno>("agendanuevoturno");
         QVERIFY(n);
-        QCOMPARE(n->listaturnos->count(), 1);
-        QCOMPARE(n->listaturnos->item(0)->text(), QString("23/11/2026 10:20"));
+        QCOMPARE(n->panel->listaturnos->count(), 1);
+        QCOMPARE(n->panel->listaturnos->item(0)->text(), QString("23/11/2026 10:20"));
         base->guion.esperarMensaje("Aviso...", "Debe seleccionar el paciente al que le asignará un turno.");
         pulsar(n->guardar);
         pulsar(n->elegirpaciente);
         QTRY_COMPARE(n->paciente->text(), QString("Paz, Eva"));
         QCOMPARE(Elector::modo, 2);
-        n->observacionestur->setPlainText("ayuno");
+        n->panel->observacionestur->setPlainText("ayuno");
         QTest::keyClick(n, Qt::Key_S, Qt::ControlModifier);
         QTRY_VERIFY(!ventanas->buscar("agendanuevoturno"));
         activar(a);
@@ -239,13 +191,13 @@ private slots:
         QVERIFY(n->isVisible());
 
         activar(n);
-        n->nuevoturno->setFocus();
-        n->nuevoturno->setText("mañana");
+        n->panel->nuevoturno->setFocus();
+        n->panel->nuevoturno->setText("mañana");
         base->guion.esperarMensaje("ERROR...", "ERROR en la Fecha del Turno.");
-        QTest::keyClick(n->nuevoturno, Qt::Key_Return);
-        n->nuevoturno->setText("24/11/26 9:00");
-        QTest::keyClick(n->nuevoturno, Qt::Key_Return);
-        QCOMPARE(n->listaturnos->count(), 2);
+        QTest::keyClick(n->panel->nuevoturno, Qt::Key_Return);
+        n->panel->nuevoturno->setText("24/11/26 9:00");
+        QTest::keyClick(n->panel->nuevoturno, Qt::Key_Return);
+        QCOMPARE(n->panel->listaturnos->count(), 2);
         base->guion.esperarMensaje(
             "Atención...",
             "Los siguientes sobreturnos no se asignaron ya que se alcanzó el límite permitido:\n23/11/2026 09:40",
@@ -323,6 +275,70 @@ private slots:
         pulsar(h->agregardia);
         QCOMPARE(h->listadias->item(0)->text(), QString("El día 23 de cada mes de cada año."));
         QVERIFY(a->fechaactiva->text().endsWith("No se atiende"));
+    }
+
+    void sin_permiso_no_se_escribe_en_vano()
+    {
+        const qint64 id = base->turno(7, Consultorio::a("09:40"));
+        base->quitarDerecho("accesomodificarturno");
+        base->quitarDerecho("accesoagendas");
+        for (const char *nombre : {"agendamotivo", "agendaobservacion", "agendamodifturno", "agendas"}) {
+            base->guion.esperarMensaje("Atención...", sinPermiso);
+            QVERIFY2(!ventanas->abrir(nombre, {{{"id", id}}, {}}), nombre);
+        }
+    }
+
+    void el_motivo_obligatorio_no_se_quita()
+    {
+        const qint64 id = base->turno(7, Consultorio::a("09:40"), {{"motivo", 1}});
+        base->configurar("forzarmotivo", true);
+        auto *m = abrir<agendamotivo>("agendamotivo", {{"id", id}});
+        QVERIFY(m);
+        ui::elegirId(*m->motivo, 0);
+        base->guion.esperarMensaje("Aviso...", "Debe indicar el motivo de la consulta.");
+        pulsar(m->guardar);
+        QVERIFY(m->motivo->hasFocus());
+        QCOMPARE(base->cuenta("motivo = 1"), 1);
+    }
+
+    void cada_letra_una_vez_data()
+    {
+        QTest::addColumn<int>("cuantas");
+        for (const auto &[nombre, cuantas] :
+             {std::pair("agendas", 13),
+              {"agendastodas", 10},
+              {"agendahorarios", 10},
+              {"agendasnolabo", 8},
+              {"agendaferiados", 6},
+              {"agendanuevoturno", 9},
+              {"agendanuevahora", 6},
+              {"agendanuevoturnoctrln", 10},
+              {"agendamodifturno", 5},
+              {"agendamanana", 6},
+              {"agendaexportar", 5},
+              {"resulbusque", 5},
+              {"telefonos", 8},
+              {"telefonomodif", 6}})
+            QTest::newRow(nombre) << cuantas;
+    }
+    void cada_letra_una_vez()
+    {
+        QFETCH(int, cuantas);
+        const qint64 id = base->turno(7, Consultorio::a("09:20"));
+        const bool deTelefono = QByteArray(QTest::currentDataTag()) == "telefonomodif";
+        const QVariantMap datos{
+            {"doctor", base->usuario}, {"turnos", QStringList()}, {"id", deTelefono ? 0 : id}, {"nrohc", 7}};
+        const ui::Ventana *ventana = ventanas->abrir(QTest::currentDataTag(), {datos, {}});
+        QVERIFY(ventana);
+        QStringList letras;
+        for (const QWidget *pieza : ventana->findChildren<QWidget *>()) {
+            const QString texto = pieza->property("text").toString();
+            if (const auto lugar = texto.indexOf('&'); lugar >= 0 && lugar + 1 < texto.size())
+                letras << texto.mid(lugar + 1, 1).toUpper();
+        }
+        QVERIFY2(letras.size() >= cuantas, qPrintable(letras.join(' ')));
+        letras.sort();
+        QVERIFY2(QStringList(letras).removeDuplicates() == 0, qPrintable(letras.join(' ')));
     }
 
     void lee_horas_escritas()

@@ -1,17 +1,13 @@
-#include "Consultorio.h"
+#include "ConVentanas.h"
 #include "agenda/forms/Enlaces.h"
 #include "agenda/forms/GrillaTurnos.h"
-#include "agenda/forms/Registro.h"
 #include "agenda/forms/agendaexportar.h"
 #include "agenda/forms/agendamanana.h"
 #include "agenda/forms/agendas.h"
 #include "printing/forms/Registro.h"
-#include "support/Prueba.h"
 #include "ui/CampoFecha.h"
-#include "ui/Grilla.h"
 #include "ui/ListaCombo.h"
 #include "ui/Preferencias.h"
-#include "ui/Ventanas.h"
 
 #include <QCheckBox>
 #include <QClipboard>
@@ -46,12 +42,10 @@ QByteArray contenido(const QString &archivo)
 } // namespace
 
 /// What leaves the window of the agenda, as a person makes it leave.
-class PruebaVentanasSalidas : public QObject
+class PruebaVentanasSalidas : public ConVentanas
 {
     Q_OBJECT
 
-    std::unique_ptr<Consultorio> base;
-    std::unique_ptr<ui::Ventanas> ventanas;
     std::shared_ptr<EnlacesAnotados> enlaces;
 
     agendas *abrirAgenda(QDate fecha = Consultorio::lunes())
@@ -64,11 +58,6 @@ class PruebaVentanasSalidas : public QObject
         pulsar(abrirAgenda()->manana);
         return qobject_cast<agendamanana *>(ventanas->buscar("agendamanana"));
     }
-    static void pulsar(QAbstractButton *boton)
-    {
-        QVERIFY2(boton->isVisible() && boton->isEnabled(), qPrintable(boton->objectName()));
-        QTest::mouseClick(boton, Qt::LeftButton);
-    }
     [[nodiscard]] QString acciones()
     {
         return base->valor("SELECT COUNT(*) FROM [Historial] WHERE ventana = 'Agenda de Turnos'");
@@ -77,22 +66,17 @@ class PruebaVentanasSalidas : public QObject
 private slots:
     void init()
     {
-        base = std::make_unique<Consultorio>();
-        ventanas = std::make_unique<ui::Ventanas>();
         enlaces = std::make_shared<EnlacesAnotados>();
-        registrarVentanas(*base, *ventanas, enlaces);
+        preparar(enlaces);
         printing::registrarVentanas(*base, *ventanas);
         base->plantilla(Consultorio::maniana());
         base->paciente(7, "Paz", "Eva", {{"TelCelular", "0341 156123456"}});
         base->paciente(8, "O'Higgins", "Ana", {{"Tel", "4123456"}});
-        base->reloj.set(Consultorio::a("09:30"));
     }
     void cleanup()
     {
-        ventanas.reset();
+        terminar();
         ui::Preferencias::usarArchivo({});
-        base->guion.terminar();
-        base.reset();
     }
 
     void imprime_y_copia_atendidos()

@@ -1,17 +1,14 @@
-#include "Consultorio.h"
+#include "ConVentanas.h"
 #include "agenda/Esquema.h"
 #include "agenda/forms/CalendarioMes.h"
-#include "agenda/forms/Registro.h"
+#include "agenda/forms/PanelReserva.h"
 #include "agenda/forms/agendanuevoturno.h"
 #include "agenda/forms/agendas.h"
 #include "agenda/forms/agendastodas.h"
 #include "agenda/forms/resulbusque.h"
 #include "agenda/forms/telefonomodif.h"
 #include "agenda/forms/telefonos.h"
-#include "support/Prueba.h"
-#include "ui/Grilla.h"
 #include "ui/Preferencias.h"
-#include "ui/Ventanas.h"
 
 #include <QAbstractItemModelTester>
 #include <QCheckBox>
@@ -25,56 +22,14 @@
 
 using namespace agenda;
 
-namespace {
-
-/// Stands in for a window of another part: remembers what it was opened for.
-class Testigo : public ui::Ventana
-{
-public:
-    Testigo(db::Entorno &e, ui::Ventanas &v, const QString &nombre)
-        : Ventana(e, v, nombre, nombre)
-    {
-    }
-    bool preparar(const ui::Pedido &pedido) override
-    {
-        pedidos[objectName()] = pedido.datos;
-        return true;
-    }
-    static inline std::map<QString, QVariantMap> pedidos;
-};
-
-} // namespace
-
 /// The view of all agendas, the telephone list and a patient's appointments, driven as a person does.
-class PruebaVentanasTodas : public QObject
+class PruebaVentanasTodas : public ConVentanas
 {
     Q_OBJECT
 
-    std::unique_ptr<Consultorio> base;
-    std::unique_ptr<ui::Ventanas> ventanas;
     int bruni = 0;
 
-    static void activar(QWidget *ventana)
-    {
-        QVERIFY(QTest::qWaitForWindowExposed(ventana));
-        QCoreApplication::processEvents(); // an opener's own activation may still be on its way
-        ventana->activateWindow();
-        QTRY_COMPARE(QApplication::activeWindow(), ventana);
-    }
-    template <typename Form>
-    Form *abrir(const char *nombre, const QVariantMap &datos = {})
-    {
-        auto *form = qobject_cast<Form *>(ventanas->abrir(QLatin1String(nombre), {datos, {}}));
-        if (form)
-            activar(form);
-        return form;
-    }
     agendastodas *abrirTodas() { return abrir<agendastodas>("agendastodas", {{"fecha", Consultorio::lunes()}}); }
-    static void pulsar(QAbstractButton *boton)
-    {
-        QVERIFY2(boton->isVisible() && boton->isEnabled(), qPrintable(boton->objectName()));
-        QTest::mouseClick(boton, Qt::LeftButton);
-    }
     /// What is chosen in the table: "Juan Pérez 09:20 Paz, Eva".
     static QString elegido(agendastodas *a)
     {
@@ -93,18 +48,11 @@ class PruebaVentanasTodas : public QObject
     {
         a->listaprofesionales->item(fila)->setCheckState(mostrado ? Qt::Checked : Qt::Unchecked);
     }
-    void testigo(const QString &nombre)
-    {
-        ventanas->registrar(nombre, ui::Modo::Marco, [this, nombre] { return new Testigo(*base, *ventanas, nombre); });
-    }
 
 private slots:
     void init()
     {
-        base = std::make_unique<Consultorio>();
-        ventanas = std::make_unique<ui::Ventanas>();
-        registrarVentanas(*base, *ventanas);
-        Testigo::pedidos.clear();
+        preparar();
         testigo(QStringLiteral("pacientes"));
         base->plantilla(Consultorio::maniana());
         bruni = int(base->fila("Lista Doctores", {{"NomDoc", "Bruni"}, {"tipo", 0}, {"Prioridad", -1}}));
@@ -114,14 +62,8 @@ private slots:
         std::swap(base->usuario, bruni);
         base->paciente(7, "Paz", "Eva", {{"Tel", "4711"}});
         base->paciente(8, "<b>Núñez", "Luis");
-        base->reloj.set(Consultorio::a("09:30"));
     }
-    void cleanup()
-    {
-        ventanas.reset();
-        base->guion.terminar();
-        base.reset();
-    }
+    void cleanup() { terminar(); }
 
     void recorre_y_da_turnos_con_el_teclado()
     {
@@ -153,7 +95,7 @@ private slots:
         QTest::keyClick(a->lista, Qt::Key_Return);
         auto *nuevo = qobject_cast<agendanuevoturno *>(ventanas->buscar("agendanuevoturno"));
         QVERIFY(nuevo);
-        QCOMPARE(nuevo->listaturnos->item(0)->text(), QString("23/11/2026 10:40"));
+        QCOMPARE(nuevo->panel->listaturnos->item(0)->text(), QString("23/11/2026 10:40"));
         nuevo->close();
         QTRY_VERIFY(!ventanas->buscar("agendanuevoturno"));
         activar(a);
@@ -194,7 +136,7 @@ private slots:
         a->sala->elegirFila(0);
         QCOMPARE(elegido(a), QString("Juan Pérez 09:20 Paz, Eva"));
         QTest::keyClick(a->sala, Qt::Key_Return);
-        QCOMPARE(Testigo::pedidos["pacientes"], (QVariantMap{{"nrohc", 7}}));
+        QCOMPARE(Testigo::conDatos, (QVariantMap{{"nrohc", 7}}));
         activar(a);
         base->guion.esperarMensaje(
             "Atención...", "Un Paciente está siendo atendido, para seguir debe cerrar la ficha del Paciente");
@@ -310,7 +252,7 @@ private slots:
         QTest::keyClick(t->buscado, Qt::Key_Return);
         QVERIFY(!t->modificar->isEnabled() && !t->eliminar->isEnabled());
         QTest::keyClick(t->lista, Qt::Key_Return);
-        QCOMPARE(Testigo::pedidos["pacientes"], (QVariantMap{{"nrohc", 7}}));
+        QCOMPARE(Testigo::conDatos, (QVariantMap{{"nrohc", 7}}));
         activar(t);
         t->conpacientes->setChecked(false);
         QCOMPARE(columna(t->lista, 0), QString());
@@ -370,7 +312,7 @@ private slots:
         r = abrir<resulbusque>("resulbusque", {{"nrohc", 8}});
         QCOMPARE(r->paciente->text(), QString("<b>Núñez, Luis"));
         QCOMPARE(r->cantidad->text(), QString("Este paciente no tiene turnos."));
-        QVERIFY(!r->veragenda->isEnabled() && !r->copiarlista->isEnabled());
+        QVERIFY(!r->veragenda->isEnabled() && !r->findChild<QPushButton *>("copiarlista")->isEnabled());
     }
 
     void teclas_sin_repetir()

@@ -241,6 +241,7 @@ private slots:
         QCOMPARE(grilla.claveActual(), 0);
         QCOMPARE(grilla.filaActual(), -1);
         QCOMPARE(cambios.last().first().toInt(), -1);
+        QCOMPARE(grilla.currentIndex().row(), 1); // the arrows go on from there
 
         grilla.mostrar(filas(gente), 1);
         grilla.selectAll();
@@ -390,6 +391,28 @@ private slots:
         Grilla ajena(QStringLiteral("h"), encabezado);
         ajena.show();
         QVERIFY(ajena.columnWidth(0) != 321);
+    }
+
+    void reparteElAnchoQueSobra()
+    {
+        const QTemporaryDir carpeta;
+        ui::Preferencias::usarArchivo(carpeta.filePath(QStringLiteral("p.ini")));
+        const auto cerrar = qScopeGuard([] { ui::Preferencias::usarArchivo({}); });
+        Grilla grilla(QStringLiteral("g"), QStringLiteral("|A   |B   |C   |D"));
+        grilla.setElasticas({{0, 3}, {2, 1}});
+        grilla.resize(900, 200);
+        grilla.show();
+        const auto ancho = [&](int columna) { return grilla.columnWidth(columna); };
+        const int propio = ancho(1), mas = ancho(0) - propio;
+        QVERIFY(mas > 100);
+        QVERIFY(qAbs(mas - 3 * (ancho(2) - propio)) <= 3);
+        QCOMPARE(grilla.horizontalHeader()->length(), grilla.viewport()->width());
+        grilla.resize(60, 200); // too narrow for all: their own widths, and it scrolls
+        QCOMPARE(ancho(0), propio);
+        grilla.setColumnWidth(1, 200);
+        grilla.resize(900, 200);
+        QCOMPARE(ancho(0), propio); // the person has chosen: nothing moves any more
+        QCOMPARE(ancho(1), 200);
     }
 };
 

@@ -298,6 +298,9 @@ private slots:
         QCOMPARE(archivo.readAll(), QByteArray("\xEF\xBB\xBFNombre\r\nÑandú\r\n"));
         base->guion.esperarDestino(QStringLiteral("Exportar"), std::nullopt);
         v->exportar(grilla);
+        QCOMPARE(
+            base->valor(QStringLiteral("SELECT accion FROM [Historial]")),
+            QStringLiteral("Exportación de la lista a un archivo. (Renglones: 1)"));
         v->copiar(grilla, false);
         QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("Nombre\nÑandú"));
     }

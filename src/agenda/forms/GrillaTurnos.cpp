@@ -1,6 +1,7 @@
 #include "agenda/forms/GrillaTurnos.h"
 
 #include "agenda/forms/Arrastre.h"
+#include "ui/Estilo.h"
 
 #include <QApplication>
 #include <QDrag>
@@ -94,6 +95,12 @@ void GrillaTurnos::setDestino(qint64 clave)
         viewport()->update();
 }
 
+void GrillaTurnos::setAviso(const QString &aviso)
+{
+    if (std::exchange(m_aviso, aviso) != aviso)
+        viewport()->update();
+}
+
 void GrillaTurnos::dragEnterEvent(QDragEnterEvent *event)
 {
     if (turnoDe(event->mimeData()) != 0)
@@ -141,6 +148,12 @@ void GrillaTurnos::dropEvent(QDropEvent *event)
 void GrillaTurnos::paintEvent(QPaintEvent *event)
 {
     Grilla::paintEvent(event);
+    if (modelo().rowCount() == 0) {
+        QPainter pintor(viewport());
+        pintor.setPen(ui::color::tenue());
+        pintor.drawText(viewport()->rect().adjusted(20, 0, -20, 0), Qt::AlignCenter | Qt::TextWordWrap, m_aviso);
+        return;
+    }
     const int fila = m_destino == 0 ? -1 : modelo().filaDe(m_destino);
     if (fila < 0)
         return;

@@ -16,6 +16,8 @@ public:
     /// Which rows can be dragged, and which can be dropped on, by their key.
     void setArrastrables(std::function<bool(qint64 clave)> se) { m_arrastrable = std::move(se); }
     void setDestinos(std::function<bool(qint64 clave)> se) { m_esDestino = std::move(se); }
+    /// What is said in the middle of it while it has no rows.
+    void setAviso(const QString &aviso);
     /// True while something is being dragged out of it: its rows must stay what they are.
     [[nodiscard]] bool arrastrando() const { return m_arrastrando; }
 
@@ -44,6 +46,7 @@ private:
     QPoint m_desde;
     qint64 m_destino = 0; ///< key of the row below what is being dragged
     bool m_arrastrando = false;
+    QString m_aviso;
 };
 
 } // namespace agenda

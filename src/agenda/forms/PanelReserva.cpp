@@ -1,12 +1,17 @@
 #include "agenda/forms/PanelReserva.h"
 
 #include "agenda/DiasNoLaborables.h"
+#include "agenda/MismoDia.h"
+#include "agenda/TurnosListados.h"
+#include "agenda/forms/LineaAviso.h"
+#include "agenda/forms/Motivos.h"
+#include "base/Clock.h"
 #include "base/Fechas.h"
-#include "db/Connection.h"
-#include "ui/BotonLista.h"
+#include "db/Entorno.h"
 #include "ui/Botones.h"
 #include "ui/Estilo.h"
 #include "ui/ListaCombo.h"
+#include "ui/Rotulos.h"
 #include "ui/Ventana.h"
 
 #include <QComboBox>
@@ -54,16 +59,14 @@ QVariantMap resultadoReserva(int nrohc, const QDateTime &fecha, qint64 id)
     return {{QStringLiteral("nrohc"), nrohc}, {QStringLiteral("fecha"), fecha}, {QStringLiteral("id"), id}};
 }
 
-QStringList ventanasDelDia() { return {QStringLiteral("agendas"), QStringLiteral("agendastodas")}; }
-
-PanelReserva::PanelReserva(ui::Ventana &ventana, ui::Ventanas &ventanas)
+PanelReserva::PanelReserva(ui::Ventana &ventana, ui::Ventanas &ventanas, db::Entorno &entorno)
     : QWidget(&ventana)
+    , m_ventana(ventana)
+    , m_ventanas(ventanas)
+    , m_entorno(entorno)
 {
-    motivo = new QComboBox(this);
-    motivo->setObjectName(QStringLiteral("motivo"));
-    listamotivo = ui::botonLista(
-        ventana, ventanas, *motivo, QStringLiteral("Lista Motivos Consulta"), tr("Motivos de Consulta"));
     construir();
+    connect(agregarturno, &QPushButton::clicked, this, [this] { m_ventana.intentar([this] { elegirHora(); }); });
     connect(quitarturno, &QPushButton::clicked, this, &PanelReserva::quitarElegidos);
     const auto habilitar = [this] { quitarturno->setEnabled(!listaturnos->selectedItems().isEmpty()); };
     connect(listaturnos, &QListWidget::itemSelectionChanged, this, habilitar);
@@ -73,14 +76,27 @@ PanelReserva::PanelReserva(ui::Ventana &ventana, ui::Ventanas &ventanas)
     connect(supr, &QShortcut::activated, quitarturno, [this] { quitarturno->click(); });
 }
 
-void PanelReserva::cargar(db::Connection &conexion)
+void PanelReserva::setAgenda(int doctor, QDate fecha)
 {
-    ui::cargarLista(
-        *motivo,
-        conexion,
-        QStringLiteral("Lista Motivos Consulta"),
-        QStringLiteral("Motivo"),
-        {{tr("<Sin motivo>"), 0}});
+    m_doctor = doctor;
+    m_fecha = fecha;
+    profesional->setText(nombreProfesional(m_entorno.conexion(), doctor));
+}
+
+void PanelReserva::cargar() { cargarMotivos(*motivo, m_entorno.conexion()); }
+
+void PanelReserva::elegirHora()
+{
+    ui::Pedido pedido;
+    pedido.datos = {{QStringLiteral("doctor"), m_doctor}, {QStringLiteral("fecha"), m_fecha}};
+    if (const auto momentos = turnos(); !momentos.isEmpty())
+        pedido.datos.insert(QStringLiteral("momento"), momentos.last());
+    const QPointer<PanelReserva> este(this);
+    pedido.alTerminar = [este](const QVariantMap &resultado) {
+        if (este)
+            este->agregar(resultado.value(QStringLiteral("turnos")).toStringList());
+    };
+    m_ventanas.abrir(QStringLiteral("agendanuevahora"), pedido, &m_ventana);
 }
 
 void PanelReserva::setTurnos(const QStringList &lineas)
@@ -111,12 +127,12 @@ void PanelReserva::agregar(const QStringList &lineas)
         emit turnosCambiados();
 }
 
-base::Control PanelReserva::agregarEscrito(db::Connection &conexion, int doctor)
+base::Control PanelReserva::agregarEscrito()
 {
     const auto momento = leerTurno(nuevoturno->text());
     if (!momento)
         return momento.rechazo();
-    if (auto rechazo = controlarDiaLaborable(conexion, doctor, momento->date())) {
+    if (auto rechazo = controlarDiaLaborable(m_entorno.conexion(), m_doctor, momento->date())) {
         rechazo->campo = QStringLiteral("nuevoturno");
         return rechazo;
     }
@@ -161,14 +177,29 @@ QStringList PanelReserva::lineas() const
 Reserva PanelReserva::leer() const
 {
     Reserva reserva;
+    reserva.doctor = m_doctor;
     reserva.turnos = turnos();
     reserva.motivo = ui::idElegido(*motivo);
     reserva.observacionestur = observacionestur->toPlainText();
     return reserva;
 }
 
+QSet<qint64> PanelReserva::mostrarAviso(int nrohc)
+{
+    db::Connection &conexion = m_entorno.conexion();
+    const auto momentos = turnos();
+    const auto suyos = turnosDeEsosDias(conexion, nrohc, momentos);
+    aviso->mostrar(
+        avisoDeReserva(suyos, momentos, m_entorno.clock().today(), avisoSinAtencion(conexion, m_doctor, momentos)));
+    QSet<qint64> ids;
+    for (const TurnoDelPaciente &turno : suyos)
+        ids.insert(turno.id);
+    return ids;
+}
+
 void PanelReserva::construir()
 {
+    profesional = ui::rotuloFuerte(this, QStringLiteral("profesional"));
     listaturnos = new QListWidget(this);
     listaturnos->setObjectName(QStringLiteral("listaturnos"));
     listaturnos->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -197,23 +228,29 @@ void PanelReserva::construir()
     auto *escrito = new QHBoxLayout;
     escrito->addWidget(nuevoturno, 1);
     escrito->addWidget(agregarescrito);
-    auto *eleccion = new QHBoxLayout;
-    eleccion->addWidget(motivo, 1);
-    eleccion->addWidget(listamotivo);
+    const EleccionMotivo eleccion = eleccionMotivo(m_ventana, m_ventanas);
+    motivo = eleccion.motivo;
+    listamotivo = eleccion.listamotivo;
+    aviso = new LineaAviso(this);
 
-    campos = new QFormLayout(this);
-    campos->setContentsMargins(0, 0, 0, 0);
+    campos = new QFormLayout;
     campos->setSpacing(ui::espacio);
     campos->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    campos->addRow(tr("Profesional:"), profesional);
     campos->addRow(tr("Turno&s:"), lista);
     campos->addRow(tr("Otra &fecha y hora:"), escrito);
-    campos->addRow(tr("Moti&vo:"), eleccion);
+    campos->addRow(tr("Moti&vo:"), eleccion.fila);
     campos->addRow(tr("O&bservaciones:"), observacionestur);
     // The rows' own layouts carry no buddy.
     for (const auto &[fila, campo] :
-         {std::pair<QLayout *, QWidget *>(lista, listaturnos), {escrito, nuevoturno}, {eleccion, motivo}})
+         {std::pair<QLayout *, QWidget *>(lista, listaturnos), {escrito, nuevoturno}, {eleccion.fila, motivo}})
         if (auto *etiqueta = qobject_cast<QLabel *>(campos->labelForField(fila)))
             etiqueta->setBuddy(campo);
+    auto *todo = new QVBoxLayout(this);
+    todo->setContentsMargins(0, 0, 0, 0);
+    todo->setSpacing(ui::espacio);
+    todo->addLayout(campos, 1);
+    todo->addWidget(aviso);
 }
 
 } // namespace agenda

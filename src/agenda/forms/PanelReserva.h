@@ -2,10 +2,12 @@
 
 #include "agenda/Reserva.h"
 
+#include <QSet>
 #include <QWidget>
 
 class QComboBox;
 class QFormLayout;
+class QLabel;
 class QLineEdit;
 class QListWidget;
 class QPlainTextEdit;
@@ -19,38 +21,47 @@ class Ventanas;
 
 namespace agenda {
 
+class LineaAviso;
+
 /// What the windows that book hand over: "nrohc" and, of the first time booked, "fecha" (QDateTime) and "id".
 [[nodiscard]] QVariantMap resultadoReserva(int nrohc, const QDateTime &fecha, qint64 id);
-/// The windows that show appointments: to be loaded again when one was given or changed.
-[[nodiscard]] QStringList ventanasDelDia();
 
-/// The part of a booking that does not depend on who the patient is: its times, reason and observations.
+/// The part of a booking that does not depend on who the patient is: with whom, its times, reason and observations, and
+/// a calm notice of what speaks against them. It adds times by itself, typed or through `agendanuevahora`.
 class PanelReserva : public QWidget
 {
     Q_OBJECT
 
 public:
     /// `ventana` is the window it is part of.
-    PanelReserva(ui::Ventana &ventana, ui::Ventanas &ventanas);
+    PanelReserva(ui::Ventana &ventana, ui::Ventanas &ventanas, db::Entorno &entorno);
 
+    /// Whose appointments they are, and the day at which a time is chosen while there is none yet (an invalid date:
+    /// today). Throws db::Error.
+    void setAgenda(int doctor, QDate fecha);
+    [[nodiscard]] QDate fecha() const { return m_fecha; }
     /// The list of reasons; throws db::Error.
-    void cargar(db::Connection &conexion);
+    void cargar();
     /// The lines as handed over ("dd/mm/yyyy hh:nn"); those that are no date-times are left out.
     void setTurnos(const QStringList &lineas);
     /// Adds those that are not in the list yet, and shows the last one.
     void agregar(const QStringList &lineas);
     /// Adds what is typed into `nuevoturno`. Fields: `nuevoturno`.
-    [[nodiscard]] base::Control agregarEscrito(db::Connection &conexion, int doctor);
+    [[nodiscard]] base::Control agregarEscrito();
     void quitarElegidos();
     /// Chooses the lines of those times, so that they can be taken away or looked at.
     void elegir(const QVector<QDateTime> &momentos);
 
     [[nodiscard]] QVector<QDateTime> turnos() const;
     [[nodiscard]] QStringList lineas() const;
-    /// The booking as typed; `nrohc` and `doctor` are the window's to say.
+    /// The booking as typed; `nrohc` is the window's to say.
     [[nodiscard]] Reserva leer() const;
+    /// Shows the notice for that patient (0: not known yet), and yields the appointments of the same days that it tells
+    /// of, by `id`. Throws db::Error.
+    QSet<qint64> mostrarAviso(int nrohc);
 
     QFormLayout *campos; ///< for the rows that the window adds
+    QLabel *profesional;
     QListWidget *listaturnos;
     QPushButton *agregarturno;
     QPushButton *quitarturno;
@@ -59,12 +70,20 @@ public:
     QComboBox *motivo;
     QToolButton *listamotivo;
     QPlainTextEdit *observacionestur;
+    LineaAviso *aviso;
 
 signals:
     void turnosCambiados();
 
 private:
     void construir();
+    void elegirHora();
+
+    ui::Ventana &m_ventana;
+    ui::Ventanas &m_ventanas;
+    db::Entorno &m_entorno;
+    int m_doctor = 0;
+    QDate m_fecha;
 };
 
 } // namespace agenda

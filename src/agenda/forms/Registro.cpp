@@ -55,6 +55,17 @@ void registrarVentanas(db::Entorno &entorno, ui::Ventanas &ventanas, std::shared
     });
 }
 
+QStringList ventanasDeTurnos(const QString &menos)
+{
+    QStringList ventanas{
+        QStringLiteral("agendas"),
+        QStringLiteral("agendastodas"),
+        QStringLiteral("resulbusque"),
+        QStringLiteral("pacientesredu")};
+    ventanas.removeAll(menos);
+    return ventanas;
+}
+
 QStringList ventanasDeDiasLibres()
 {
     return {

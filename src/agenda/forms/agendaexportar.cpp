@@ -92,7 +92,7 @@ bool agendaexportar::preparar(const ui::Pedido &pedido)
     if (!aceptado(db::controlarDerecho(entorno(), derechoHorarios)))
         return false;
     m_doctor = pedido.datos.value(QStringLiteral("doctor")).toInt();
-    profesional->setText(nombreMedico(conexion(), m_doctor));
+    profesional->setText(nombreProfesional(conexion(), m_doctor));
     const QDate hoy = entorno().clock().today();
     for (ui::CampoFecha *campo : {desde, hasta})
         campo->setHoy(hoy);

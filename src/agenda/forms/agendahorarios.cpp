@@ -3,6 +3,7 @@
 #include "agenda/Calendario.h"
 #include "agenda/DiasNoLaborables.h"
 #include "agenda/SemanaPlantilla.h"
+#include "agenda/TurnosListados.h"
 #include "agenda/forms/CampoHora.h"
 #include "agenda/forms/Registro.h"
 #include "agenda/forms/VistaSemana.h"
@@ -65,6 +66,13 @@ void agendahorarios::conectar()
     });
     alPulsar(agregardia, [this] {
         const DiaNoLaborable nuevoDia{0, ui::idElegido(*dia), ui::idElegido(*mes), ui::idElegido(*anio)};
+        // The lists stand on "every" when the window opens: a key pressed by mistake would close the book for good.
+        if (nuevoDia == DiaNoLaborable{}
+            && !entorno().mensajes().pregunta(
+                base::titulo::confirmacion,
+                tr("Con «Todos los días», «De cada mes» y «De cada año» no se atenderá nunca. ¿Desea agregarlo?"),
+                false))
+            return;
         const auto alta = agregarDiasNoLaborables(entorno(), {m_doctor}, {nuevoDia});
         if (!alta) {
             aceptado(alta.rechazo());
@@ -114,7 +122,7 @@ bool agendahorarios::preparar(const ui::Pedido &pedido)
     m_doctor = pedido.datos.value(QStringLiteral("doctor")).toInt();
     if (m_doctor == 0)
         m_doctor = db::profesionalActivo(entorno());
-    m_grupoPlantillas->setTitle(tr("Plantillas de %1").arg(nombreDelProfesional()));
+    m_grupoPlantillas->setTitle(tr("Plantillas de %1").arg(nombreProfesional(conexion(), m_doctor)));
     ordenarDias(primerDiaSemana(conexion()));
     const int esteAnio = entorno().clock().today().year();
     std::vector<std::pair<QString, int>> anios{{QStringLiteral("<De cada año>"), 0}};
@@ -151,14 +159,6 @@ QString agendahorarios::ayuda() const
         " rayado.\n\n"
         "DÍAS EN QUE NO SE ATIENDE: Se arman con día, mes y año; «Varias fechas o feriados» abre la ventana para"
         " períodos, feriados nacionales y todos los profesionales.");
-}
-
-QString agendahorarios::nombreDelProfesional() const
-{
-    for (const db::Doctor &doctor : db::profesionales(conexion()))
-        if (doctor.id == m_doctor)
-            return doctor.nombre;
-    return QStringLiteral("<Médico sin Identificar>");
 }
 
 bool agendahorarios::hayCambios() const

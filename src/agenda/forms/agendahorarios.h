@@ -94,7 +94,6 @@ private:
     void mostrar(const Plantilla &plantilla);
     /// Draws the week of what the fields say now.
     void dibujar();
-    [[nodiscard]] QString nombreDelProfesional() const;
     /// What the fields say; the dates stay as typed in their fields.
     [[nodiscard]] Plantilla leer() const;
     void alElegirPlantilla();

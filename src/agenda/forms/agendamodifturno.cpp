@@ -3,16 +3,19 @@
 #include "agenda/GrillaDia.h"
 #include "agenda/MismoDia.h"
 #include "agenda/Textos.h"
+#include "agenda/TurnosListados.h"
 #include "agenda/forms/CalendarioMes.h"
 #include "agenda/forms/LineaAviso.h"
-#include "agenda/forms/PanelReserva.h"
+#include "agenda/forms/Motivos.h"
+#include "agenda/forms/Registro.h"
 #include "agenda/forms/SelectorHora.h"
 #include "base/Clock.h"
 #include "db/Entorno.h"
-#include "ui/BotonLista.h"
+#include "db/ListaDoctores.h"
 #include "ui/Botones.h"
 #include "ui/Estilo.h"
 #include "ui/ListaCombo.h"
+#include "ui/Rotulos.h"
 
 #include <QComboBox>
 #include <QFormLayout>
@@ -34,6 +37,7 @@ agendamodifturno::agendamodifturno(db::Entorno &entorno, ui::Ventanas &ventanas)
             mostrarAviso();
         });
     });
+    connect(selector, &SelectorHora::horaCambiada, this, [this] { intentar([this] { mostrarAviso(); }); });
     connect(selector, &SelectorHora::aceptada, guardar, &QPushButton::click);
     alPulsar(guardar, [this] { save(); });
     connect(cancelar, &QPushButton::clicked, this, &QWidget::close);
@@ -42,19 +46,19 @@ agendamodifturno::agendamodifturno(db::Entorno &entorno, ui::Ventanas &ventanas)
 
 bool agendamodifturno::preparar(const ui::Pedido &pedido)
 {
+    if (!aceptado(db::controlarDerecho(entorno(), derechoCambios)))
+        return false;
     const auto guardado = leerTurnoGuardado(conexion(), pedido.datos.value(QStringLiteral("id")).toLongLong());
     if (!guardado)
         return aceptado(registroEliminado());
     m_guardado = *guardado;
     m_guardado.fecha.setTime(alMinuto(m_guardado.fecha.time()));
     turno->setText(m_guardado.titulo() + QStringLiteral("   ") + nombreProfesional(conexion(), m_guardado.doctor));
-    selector->preparar(conexion(), m_guardado.doctor, entorno().clock().today(), m_guardado.fecha);
-    ui::cargarLista(
-        *motivo,
-        conexion(),
-        QStringLiteral("Lista Motivos Consulta"),
-        QStringLiteral("Motivo"),
-        {{tr("<Sin motivo>"), 0}});
+    QDateTime propuesta = m_guardado.fecha;
+    if (const QDate fecha = pedido.datos.value(QStringLiteral("fecha")).toDate(); fecha.isValid())
+        propuesta.setDate(fecha);
+    selector->preparar(conexion(), m_guardado.doctor, entorno().clock().today(), propuesta);
+    cargarMotivos(*motivo, conexion());
     ui::elegirId(*motivo, m_guardado.motivo);
     m_guardado.motivo = ui::idElegido(*motivo); // a reason that was deleted shows as none
     observacionestur->setPlainText(m_guardado.observacionestur);
@@ -66,22 +70,23 @@ bool agendamodifturno::preparar(const ui::Pedido &pedido)
 
 void agendamodifturno::refrescar()
 {
-    ui::cargarLista(
-        *motivo,
-        conexion(),
-        QStringLiteral("Lista Motivos Consulta"),
-        QStringLiteral("Motivo"),
-        {{tr("<Sin motivo>"), 0}});
+    cargarMotivos(*motivo, conexion());
     selector->cargar(conexion(), entorno().clock().today());
     mostrarAviso();
 }
 
 void agendamodifturno::mostrarAviso()
 {
-    const QVector<QDateTime> momentos{{fechadia->fecha(), QTime(0, 0)}};
+    // The hour may be half typed: the day counts.
+    const QVector<QDateTime> momentos{selector->momento().value_or(QDateTime(fechadia->fecha(), QTime(0, 0)))};
     const auto suyos = turnosDeEsosDias(conexion(), m_guardado.nrohc, momentos, m_guardado.id);
     const bool otroDia = fechadia->fecha() != m_guardado.fecha.date();
-    aviso->mostrar(avisoDeReserva(suyos, momentos, otroDia ? entorno().clock().today() : QDate(1, 1, 1)));
+    const bool otraHora = momentos.first() != m_guardado.fecha;
+    aviso->mostrar(avisoDeReserva(
+        suyos,
+        momentos,
+        otroDia ? entorno().clock().today() : QDate(1, 1, 1),
+        otraHora ? avisoSinAtencion(conexion(), m_guardado.doctor, momentos) : QString()));
 }
 
 CambioTurno agendamodifturno::cambioDeTextos() const
@@ -114,28 +119,22 @@ void agendamodifturno::save()
     mostrarAviso();
     if (!aceptado(modificar(entorno(), m_guardado.id, cambio)))
         return;
-    ventanas().refrescar(ventanasDelDia());
+    ventanas().refrescar(ventanasDeTurnos());
     terminar({});
 }
 
 void agendamodifturno::construir()
 {
-    turno = new QLabel(this);
-    turno->setObjectName(QStringLiteral("turno"));
-    turno->setTextFormat(Qt::PlainText);
-    QFont negrita = turno->font();
-    negrita.setBold(true);
-    turno->setFont(negrita);
+    turno = ui::rotuloFuerte(this, QStringLiteral("turno"));
     selector = new SelectorHora(this);
     mes = selector->mes;
     anio = selector->anio;
     fechadia = selector->fechadia;
     listahoras = selector->listahoras;
     hora = selector->hora;
-    motivo = new QComboBox(this);
-    motivo->setObjectName(QStringLiteral("motivo"));
-    listamotivo = ui::botonLista(
-        *this, ventanas(), *motivo, QStringLiteral("Lista Motivos Consulta"), tr("Motivos de Consulta"));
+    const EleccionMotivo eleccion = eleccionMotivo(*this, ventanas());
+    motivo = eleccion.motivo;
+    listamotivo = eleccion.listamotivo;
     observacionestur = new QPlainTextEdit(this);
     observacionestur->setObjectName(QStringLiteral("observacionestur"));
     observacionestur->setTabChangesFocus(true);
@@ -145,14 +144,11 @@ void agendamodifturno::construir()
     guardar = fin.guardar;
     cancelar = fin.cancelar;
 
-    auto *eleccion = new QHBoxLayout;
-    eleccion->addWidget(motivo, 1);
-    eleccion->addWidget(listamotivo);
     auto *campos = new QFormLayout;
     campos->setSpacing(ui::espacio);
-    campos->addRow(tr("Moti&vo:"), eleccion);
+    campos->addRow(tr("Moti&vo:"), eleccion.fila);
     campos->addRow(tr("O&bservaciones:"), observacionestur);
-    qobject_cast<QLabel *>(campos->labelForField(eleccion))->setBuddy(motivo);
+    qobject_cast<QLabel *>(campos->labelForField(eleccion.fila))->setBuddy(motivo);
 
     auto *todo = new QVBoxLayout(this);
     todo->setContentsMargins(ui::margen, ui::margen, ui::margen, ui::margen);

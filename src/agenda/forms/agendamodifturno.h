@@ -19,7 +19,8 @@ class CalendarioMes;
 class LineaAviso;
 class SelectorHora;
 
-/// Changes the appointment "id": another day and hour of the same professional, its reason, its observations.
+/// Changes the appointment "id": another day and hour of the same professional, its reason, its observations. With
+/// "fecha" (QDate) it is that day that is proposed.
 class agendamodifturno : public ui::Ventana
 {
     Q_OBJECT

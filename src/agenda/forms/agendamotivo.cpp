@@ -3,8 +3,9 @@
 #include "agenda/CambiosTurno.h"
 #include "agenda/Textos.h"
 #include "agenda/TurnoGuardado.h"
+#include "agenda/forms/Motivos.h"
 #include "db/Entorno.h"
-#include "ui/BotonLista.h"
+#include "db/ListaDoctores.h"
 #include "ui/Botones.h"
 #include "ui/Estilo.h"
 #include "ui/ListaCombo.h"
@@ -24,14 +25,10 @@ agendamotivo::agendamotivo(db::Entorno &entorno, ui::Ventanas &ventanas)
     turno->setObjectName(QStringLiteral("turno"));
     turno->setTextFormat(Qt::PlainText);
     auto *pedido = new QLabel(QStringLiteral("Seleccione el Motivo de la Consulta"), this);
-    motivo = new QComboBox(this);
-    motivo->setObjectName(QStringLiteral("motivo"));
+    const EleccionMotivo eleccion = eleccionMotivo(*this, ventanas);
+    motivo = eleccion.motivo;
+    listamotivo = eleccion.listamotivo;
     pedido->setBuddy(motivo);
-    listamotivo
-        = ui::botonLista(*this, ventanas, *motivo, QStringLiteral("Lista Motivos Consulta"), tr("Motivos de Consulta"));
-    auto *eleccion = new QHBoxLayout;
-    eleccion->addWidget(motivo, 1);
-    eleccion->addWidget(listamotivo);
     const ui::FinDeFormulario fin = ui::finDeFormulario(this);
     guardar = fin.guardar;
     cancelar = fin.cancelar;
@@ -41,7 +38,7 @@ agendamotivo::agendamotivo(db::Entorno &entorno, ui::Ventanas &ventanas)
     todo->setSpacing(ui::espacio);
     todo->addWidget(turno);
     todo->addWidget(pedido);
-    todo->addLayout(eleccion);
+    todo->addLayout(eleccion.fila);
     todo->addStretch(1);
     todo->addLayout(fin.fila);
     setMinimumSize(400, 150);
@@ -52,6 +49,8 @@ agendamotivo::agendamotivo(db::Entorno &entorno, ui::Ventanas &ventanas)
 
 bool agendamotivo::preparar(const ui::Pedido &pedido)
 {
+    if (!aceptado(db::controlarDerecho(entorno(), derechoCambios)))
+        return false;
     const auto guardado = leerTurnoGuardado(conexion(), pedido.datos.value(QStringLiteral("id")).toLongLong());
     if (!guardado)
         return aceptado(registroEliminado());
@@ -63,19 +62,11 @@ bool agendamotivo::preparar(const ui::Pedido &pedido)
     return true;
 }
 
-void agendamotivo::refrescar()
-{
-    ui::cargarLista(
-        *motivo,
-        conexion(),
-        QStringLiteral("Lista Motivos Consulta"),
-        QStringLiteral("Motivo"),
-        {{tr("<Sin motivo>"), 0}});
-}
+void agendamotivo::refrescar() { cargarMotivos(*motivo, conexion()); }
 
 void agendamotivo::save()
 {
-    if (aceptado(cambiarMotivo(entorno(), m_id, ui::idElegido(*motivo))))
+    if (aceptado(modificar(entorno(), m_id, {.motivo = ui::idElegido(*motivo)})))
         terminar({});
 }
 

@@ -54,16 +54,19 @@ bool agendanuevahora::preparar(const ui::Pedido &pedido)
     m_doctor = pedido.datos.value(QStringLiteral("doctor")).toInt();
     const QDate hoy = entorno().clock().today();
     QDateTime momento = pedido.datos.value(QStringLiteral("momento")).toDateTime();
-    if (!momento.isValid())
-        momento = QDateTime(hoy, QTime());
+    const bool conHora = momento.isValid();
+    if (!conHora) {
+        const QDate fecha = pedido.datos.value(QStringLiteral("fecha")).toDate();
+        momento = QDateTime(fecha.isValid() ? fecha : hoy, QTime(0, 0));
+    }
     for (ui::CampoFecha *fecha : {desde, hasta}) {
         fecha->setHoy(hoy);
         fecha->setFecha({});
     }
     diaunico->setChecked(true);
     selector->preparar(conexion(), m_doctor, hoy, momento);
-    if (pedido.datos.contains(QStringLiteral("momento")))
-        hora->setText(momento.toString(QStringLiteral("HH:mm")));
+    if (!conHora)
+        hora->clear();
     mostrarCantidad();
     fechadia->setFocus();
     return true;

@@ -18,8 +18,8 @@ class CalendarioMes;
 class SelectorHora;
 
 /// Chooses the times to add to a booking: one date and hour, or, with `diaunico` off, that hour on each working day
-/// from `desde` to `hasta` that has it. Opened with "doctor" (`id`) and "momento" (QDateTime, what it shows first);
-/// finishes with "turnos" (QStringList, "dd/mm/yyyy hh:nn").
+/// from `desde` to `hasta` that has it. Opened with "doctor" (`id`) and what it shows first: "momento" (QDateTime), or
+/// only a "fecha" (QDate); finishes with "turnos" (QStringList, "dd/mm/yyyy hh:nn").
 class agendanuevahora : public ui::Ventana
 {
     Q_OBJECT

@@ -4,11 +4,6 @@
 
 #include <QSet>
 
-class QComboBox;
-class QLabel;
-class QLineEdit;
-class QListWidget;
-class QPlainTextEdit;
 class QPushButton;
 
 namespace patients {
@@ -17,12 +12,11 @@ class CampoPaciente;
 
 namespace agenda {
 
-class LineaAviso;
 class PanelReserva;
-struct Reserva;
 
-/// Books one or more times for a patient. Opened with "doctor" (`id`) and "turnos" (QStringList, "dd/mm/yyyy hh:nn"),
-/// and, where they are known already, "nrohc", "motivo" and "observacionestur". Finishes with "nrohc" and, of the first
+/// Books one or more times for a patient. Opened with "doctor" (`id`), "turnos" (QStringList, "dd/mm/yyyy hh:nn") and
+/// "fecha" (QDate, where a time is looked for), and, where they are known already, "nrohc", "motivo" and
+/// "observacionestur". Finishes with "nrohc" and, of the first
 /// time booked, "fecha" (QDateTime) and "id".
 class agendanuevoturno : public ui::Ventana
 {
@@ -35,18 +29,10 @@ public:
     void refrescar() override;
     [[nodiscard]] bool hayCambios() const override;
 
-    QLabel *profesional;
+    PanelReserva *panel; ///< `listaturnos`, `motivo` and the other controls of a booking
     patients::CampoPaciente *paciente;
     QPushButton *elegirpaciente;
     QPushButton *nuevopaciente;
-    QListWidget *listaturnos;
-    QPushButton *agregarturno;
-    QPushButton *quitarturno;
-    QLineEdit *nuevoturno;
-    QPushButton *agregarescrito;
-    QComboBox *motivo;
-    QPlainTextEdit *observacionestur;
-    LineaAviso *aviso;
     QPushButton *guardar;
     QPushButton *cancelar;
 
@@ -55,13 +41,10 @@ private:
     void recibirDatos(const QVariantMap &datos);
     void elegirPaciente(const QString &apellido, const QString &nombres);
     void crearPaciente();
-    void elegirHora();
     void mostrarAviso();
     [[nodiscard]] bool aceptaNovedades();
     void save();
 
-    PanelReserva *m_panel;
-    int m_doctor = 0;
     QStringList m_iniciales; ///< the lines that the window was opened with
     QSet<qint64> m_avisados; ///< appointments of the same days that the person was shown
 };

@@ -1,8 +1,8 @@
 #include "agenda/forms/agendanuevoturnoctrln.h"
 
-#include "agenda/MismoDia.h"
 #include "agenda/ReservaNueva.h"
 #include "agenda/forms/PanelReserva.h"
+#include "agenda/forms/Registro.h"
 #include "patients/Parecidos.h"
 #include "patients/forms/FormularioReducido.h"
 #include "patients/forms/PanelParecidos.h"
@@ -28,7 +28,7 @@ agendanuevoturnoctrln::agendanuevoturnoctrln(db::Entorno &entorno, ui::Ventanas 
     : Ventana(entorno, ventanas, QStringLiteral("agendanuevoturnoctrln"), tr("Nuevo Turno para un Paciente Nuevo"))
     , formulario(new patients::FormularioReducido(*this, ventanas))
     , parecidos(new patients::PanelParecidos(this))
-    , m_panel(new PanelReserva(*this, ventanas))
+    , panel(new PanelReserva(*this, ventanas, entorno))
     , m_pausa(new QTimer(this))
 {
     construir();
@@ -42,24 +42,24 @@ agendanuevoturnoctrln::agendanuevoturnoctrln(db::Entorno &entorno, ui::Ventanas 
     connect(parecidos, &patients::PanelParecidos::elegido, this, [this](int nrohc, const QString &nombre) {
         intentar([&] { seguirCon(nrohc, nombre); });
     });
-    alPulsar(agregarturno, [this] { elegirHora(); });
-    alPulsar(agregarescrito, [this] { aceptado(m_panel->agregarEscrito(conexion(), m_doctor)); });
+    connect(panel, &PanelReserva::turnosCambiados, this, [this] { intentar([this] { panel->mostrarAviso(0); }); });
+    alPulsar(panel->agregarescrito, [this] { aceptado(panel->agregarEscrito()); });
     alPulsar(guardar, [this] { save(); });
     connect(cancelar, &QPushButton::clicked, this, &QWidget::close);
-    setEnter(agregarescrito, {nuevoturno});
+    setEnter(panel->agregarescrito, {panel->nuevoturno});
 }
 
 bool agendanuevoturnoctrln::preparar(const ui::Pedido &pedido)
 {
     if (!aceptado(controlarReservaNueva(entorno())))
         return false;
-    m_doctor = pedido.datos.value(QStringLiteral("doctor")).toInt();
-    profesional->setText(nombreProfesional(conexion(), m_doctor));
+    panel->setAgenda(
+        pedido.datos.value(QStringLiteral("doctor")).toInt(), pedido.datos.value(QStringLiteral("fecha")).toDate());
     refrescar();
     formulario->mostrar({.apellido = pedido.datos.value(QStringLiteral("apellido")).toString()});
-    m_panel->setTurnos(pedido.datos.value(QStringLiteral("turnos")).toStringList());
-    ui::elegirId(*motivo, pedido.datos.value(QStringLiteral("motivo")).toInt());
-    observacionestur->setPlainText(pedido.datos.value(QStringLiteral("observacionestur")).toString());
+    panel->setTurnos(pedido.datos.value(QStringLiteral("turnos")).toStringList());
+    ui::elegirId(*panel->motivo, pedido.datos.value(QStringLiteral("motivo")).toInt());
+    panel->observacionestur->setPlainText(pedido.datos.value(QStringLiteral("observacionestur")).toString());
     m_inicial = huella();
     m_pausa->start();
     formulario->apellidor->setFocus();
@@ -69,13 +69,13 @@ bool agendanuevoturnoctrln::preparar(const ui::Pedido &pedido)
 void agendanuevoturnoctrln::refrescar()
 {
     formulario->cargar(conexion());
-    m_panel->cargar(conexion());
+    panel->cargar();
 }
 
 QStringList agendanuevoturnoctrln::huella() const
 {
     const patients::DatosReducidos datos = formulario->leer();
-    const Reserva reserva = m_panel->leer();
+    const Reserva reserva = panel->leer();
     return QStringList{
                datos.apellido,
                datos.nombres,
@@ -86,34 +86,20 @@ QStringList agendanuevoturnoctrln::huella() const
                datos.email,
                QString::number(reserva.motivo),
                reserva.observacionestur}
-    + m_panel->lineas();
+    + panel->lineas();
 }
 
 bool agendanuevoturnoctrln::hayCambios() const { return huella() != m_inicial; }
 
-void agendanuevoturnoctrln::elegirHora()
-{
-    ui::Pedido pedido;
-    pedido.datos = {{QStringLiteral("doctor"), m_doctor}};
-    if (const auto momentos = m_panel->turnos(); !momentos.isEmpty())
-        pedido.datos.insert(QStringLiteral("momento"), momentos.last());
-    const QPointer<agendanuevoturnoctrln> esta(this);
-    pedido.alTerminar = [esta](const QVariantMap &resultado) {
-        if (esta)
-            esta->m_panel->agregar(resultado.value(QStringLiteral("turnos")).toStringList());
-    };
-    abrirVentana(QStringLiteral("agendanuevahora"), pedido);
-}
-
 /// The patient exists already: the booking as typed so far goes on for that one.
 void agendanuevoturnoctrln::seguirCon(int nrohc, const QString &nombre)
 {
-    const Reserva reserva = m_panel->leer();
+    const Reserva reserva = panel->leer();
     const QVariantMap datos{
         {QStringLiteral("nrohc"), nrohc},
         {QStringLiteral("nombre"), nombre},
-        {QStringLiteral("doctor"), m_doctor},
-        {QStringLiteral("turnos"), m_panel->lineas()},
+        {QStringLiteral("doctor"), reserva.doctor},
+        {QStringLiteral("turnos"), panel->lineas()},
         {QStringLiteral("motivo"), reserva.motivo},
         {QStringLiteral("observacionestur"), reserva.observacionestur}};
     const QString comun = QStringLiteral("agendanuevoturno");
@@ -130,39 +116,25 @@ void agendanuevoturnoctrln::seguirCon(int nrohc, const QString &nombre)
 
 void agendanuevoturnoctrln::save()
 {
-    Reserva reserva = m_panel->leer();
-    reserva.doctor = m_doctor;
+    const Reserva reserva = panel->leer();
     const auto nueva = reservarPacienteNuevo(entorno(), formulario->leer(), reserva);
     if (!nueva) {
         aceptado(nueva.rechazo());
         return;
     }
     if (!aceptado(nueva->informe()))
-        m_panel->elegir(nueva->noAsignados);
+        panel->elegir(nueva->noAsignados);
     if (!nueva->paciente)
         return;
     QVariantMap resultado = resultadoReserva(nueva->paciente->nrohc, reserva.turnos.first(), nueva->ids.first());
     resultado.insert(QStringLiteral("nombre"), nueva->paciente->nombre);
     resultado.insert(QStringLiteral("numehistoria"), nueva->paciente->numehistoria);
-    ventanas().refrescar(ventanasDelDia());
+    ventanas().refrescar(ventanasDeTurnos());
     terminar(resultado);
 }
 
 void agendanuevoturnoctrln::construir()
 {
-    profesional = new QLabel(this);
-    profesional->setObjectName(QStringLiteral("profesional"));
-    profesional->setTextFormat(Qt::PlainText);
-    QFont negrita = profesional->font();
-    negrita.setBold(true);
-    profesional->setFont(negrita);
-    listaturnos = m_panel->listaturnos;
-    agregarturno = m_panel->agregarturno;
-    nuevoturno = m_panel->nuevoturno;
-    agregarescrito = m_panel->agregarescrito;
-    motivo = m_panel->motivo;
-    observacionestur = m_panel->observacionestur;
-    m_panel->campos->insertRow(0, tr("Profesional:"), profesional);
     const ui::FinDeFormulario fin = ui::finDeFormulario(this);
     guardar = fin.guardar;
     cancelar = fin.cancelar;
@@ -177,14 +149,14 @@ void agendanuevoturnoctrln::construir()
     qobject_cast<QVBoxLayout *>(quien->layout())->addStretch(1);
     auto *lados = new QHBoxLayout;
     lados->addWidget(quien, 1);
-    lados->addWidget(grupo(tr("Turno"), m_panel), 1);
+    lados->addWidget(grupo(tr("Turno"), panel), 1);
     auto *todo = new QVBoxLayout(this);
     todo->setContentsMargins(ui::margen, ui::margen, ui::margen, ui::margen);
     todo->setSpacing(ui::espacio);
     todo->addLayout(lados, 1);
     todo->addWidget(parecidos);
     todo->addLayout(fin.fila);
-    QWidget::setTabOrder(formulario->emailr, listaturnos);
+    QWidget::setTabOrder(formulario->emailr, panel->listaturnos);
     setMinimumSize(860, 420);
 }
 

@@ -2,11 +2,6 @@
 
 #include "ui/Ventana.h"
 
-class QComboBox;
-class QLabel;
-class QLineEdit;
-class QListWidget;
-class QPlainTextEdit;
 class QPushButton;
 class QTimer;
 
@@ -36,26 +31,17 @@ public:
 
     patients::FormularioReducido *formulario;
     patients::PanelParecidos *parecidos;
-    QLabel *profesional;
-    QListWidget *listaturnos;
-    QPushButton *agregarturno;
-    QLineEdit *nuevoturno;
-    QPushButton *agregarescrito;
-    QComboBox *motivo;
-    QPlainTextEdit *observacionestur;
+    PanelReserva *panel; ///< `listaturnos`, `motivo` and the other controls of a booking
     QPushButton *guardar;
     QPushButton *cancelar;
 
 private:
     void construir();
-    void elegirHora();
     void seguirCon(int nrohc, const QString &nombre);
     void save();
     [[nodiscard]] QStringList huella() const;
 
-    PanelReserva *m_panel;
     QTimer *m_pausa;
-    int m_doctor = 0;
     QStringList m_inicial; ///< what stood in the fields before the person typed
 };
 

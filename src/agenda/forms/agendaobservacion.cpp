@@ -4,6 +4,7 @@
 #include "agenda/Textos.h"
 #include "agenda/TurnoGuardado.h"
 #include "db/Entorno.h"
+#include "db/ListaDoctores.h"
 #include "ui/Botones.h"
 #include "ui/Estilo.h"
 
@@ -40,6 +41,8 @@ agendaobservacion::agendaobservacion(db::Entorno &entorno, ui::Ventanas &ventana
 
 bool agendaobservacion::preparar(const ui::Pedido &pedido)
 {
+    if (!aceptado(db::controlarDerecho(entorno(), derechoCambios)))
+        return false;
     const auto guardado = leerTurnoGuardado(conexion(), pedido.datos.value(QStringLiteral("id")).toLongLong());
     if (!guardado)
         return aceptado(registroEliminado());
@@ -59,7 +62,7 @@ bool agendaobservacion::hayCambios() const
 
 void agendaobservacion::save()
 {
-    if (aceptado(cambiarObservaciones(entorno(), m_id, observacionestur->toPlainText())))
+    if (aceptado(modificar(entorno(), m_id, {.observacionestur = observacionestur->toPlainText()})))
         terminar({});
 }
 

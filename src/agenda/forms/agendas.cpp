@@ -5,13 +5,16 @@
 #include "agenda/OrdenesTurno.h"
 #include "agenda/Textos.h"
 #include "agenda/TurnoGuardado.h"
+#include "agenda/TurnosListados.h"
 #include "agenda/forms/CalendarioMes.h"
 #include "agenda/forms/ColorTono.h"
 #include "agenda/forms/GrillaTurnos.h"
+#include "agenda/forms/Registro.h"
 #include "base/Clock.h"
 #include "base/Fechas.h"
 #include "db/Entorno.h"
 #include "db/ListaDoctores.h"
+#include "ui/Estilo.h"
 #include "ui/ListaCombo.h"
 
 #include <QAction>
@@ -19,12 +22,12 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
-#include <QLocale>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTimer>
-#include <QToolButton>
+
+#include <algorithm>
 
 namespace agenda {
 
@@ -39,6 +42,8 @@ agendas::agendas(db::Entorno &entorno, ui::Ventanas &ventanas)
 
 bool agendas::preparar(const ui::Pedido &pedido)
 {
+    if (!aceptado(db::controlarDerecho(entorno(), derechoHorarios)))
+        return false;
     int suyo = pedido.datos.value(QStringLiteral("doctor")).toInt();
     QDate fecha = pedido.datos.value(QStringLiteral("fecha")).toDate();
     const qint64 id = pedido.datos.value(QStringLiteral("id")).toLongLong();
@@ -60,7 +65,6 @@ bool agendas::preparar(const ui::Pedido &pedido)
         lisdocto->setCurrentIndex(0);
     fechadia->setPrimerDia(primerDiaSemana(conexion()));
     fechadia->setFecha(fecha);
-    quitarFilaTemporal(conexion());
     recargar();
     lista->setFocus();
     if (id != 0)
@@ -116,6 +120,7 @@ void agendas::recargar()
     // being typed the list holds no choice: the day shown stays that of the last one.
     const int doctor = ui::idElegido(*lisdocto, m_doctor);
     const QDate fecha = fechadia->fecha(), hoyEs = entorno().clock().today();
+    quitarFilaTemporal(conexion());
     DiaAgenda dia = cargarDia(conexion(), doctor, fecha, hoyEs);
     const QDate desde(fecha.year(), fecha.month(), 1), hasta(fecha.year(), fecha.month(), fecha.daysInMonth());
     std::set<QDate> conTurnos = diasConTurnos(conexion(), doctor, desde, hasta);
@@ -142,11 +147,23 @@ void agendas::recargarEn(std::optional<QTime> hora)
     elegirHora(*hora);
 }
 
+void agendas::recargarCerca()
+{
+    if (const auto hora = horaActual(); hora && hora != m_horaHallada)
+        m_horaBuscada = hora;
+    recargar();
+    if (m_horaBuscada && !m_dia.filas.empty()) {
+        const auto cerca = std::find_if(
+            m_dia.filas.begin(), m_dia.filas.end(), [this](const FilaDia &fila) { return fila.hora >= m_horaBuscada; });
+        elegirHora(cerca == m_dia.filas.end() ? m_dia.filas.back().hora : cerca->hora);
+    }
+    m_horaHallada = horaActual();
+}
+
 void agendas::trasCambio(std::optional<QTime> hora)
 {
     recargarEn(hora);
-    ventanas().refrescar(
-        {QStringLiteral("agendastodas"), QStringLiteral("resulbusque"), QStringLiteral("pacientesredu")});
+    ventanas().refrescar(ventanasDeTurnos(objectName()));
 }
 
 void agendas::elegirHora(QTime hora)
@@ -187,11 +204,18 @@ void agendas::mostrarDia()
         lista->mostrar(std::move(textos), std::move(claves));
     }
 
-    QString titulo = QLocale().toString(m_dia.fecha, QStringLiteral("dddd d 'de' MMMM 'de' yyyy"));
-    titulo[0] = titulo.at(0).toUpper();
+    fechaactiva->setText(
+        m_dia.noLaborable ? fechaLarga(m_dia.fecha) + tr("  —  No se atiende") : fechaLarga(m_dia.fecha));
+    QPalette colores = palette();
     if (m_dia.noLaborable)
-        titulo += tr("  —  No se atiende");
-    fechaactiva->setText(titulo);
+        colores.setColor(QPalette::WindowText, ui::color::error());
+    fechaactiva->setPalette(colores);
+    lista->setAviso(
+        (m_doctor == 0             ? tr("No hay profesionales cargados.")
+             : m_dia.noLaborable   ? tr("Ese día no se atiende.")
+             : !m_dia.hayPlantilla ? tr("Ese día no tiene una plantilla de horarios.")
+                                   : tr("Ese día no tiene horarios."))
+        + (m_doctor == 0 ? QString() : tr("\nNuevo (Ctrl+N) asigna un turno a la hora que se elija.")));
 }
 
 void agendas::mostrarResumen()
@@ -276,7 +300,7 @@ void agendas::habilitar()
         suya.accion->setText((suya.texto.isEmpty() ? suya.boton->text() : suya.texto) + u'\t' + suya.tecla);
     }
     menucortar->setEnabled(turno);
-    menupegar->setEnabled(m_corte && fila && fila->clase != FilaDia::Clase::Bloqueado);
+    menupegar->setEnabled(m_corte && (m_dia.filas.empty() || (fila && fila->clase != FilaDia::Clase::Bloqueado)));
 }
 
 QStringList agendas::turnosElegidos() const
@@ -298,11 +322,15 @@ void agendas::irALibre(int sentido)
     const QDateTime ahora = entorno().clock().now();
     for (int i = lista->filaActual() + sentido; i >= 0 && i < modelo.rowCount(); i += sentido) {
         const FilaDia *fila = filaDe(modelo.clave(i));
-        if (fila && fila->clase == FilaDia::Clase::Libre && m_dia.tono(*fila, ahora) != Tono::Pasado) {
+        if (fila && fila->clase == FilaDia::Clase::Libre && !m_dia.noLaborable
+            && m_dia.tono(*fila, ahora) != Tono::Pasado) {
             lista->elegirFila(i);
             return;
         }
     }
+    // None is left: the next one is on another day.
+    if (sentido > 0)
+        proximolibre->click();
 }
 
 void agendas::keyPressEvent(QKeyEvent *event)
@@ -327,13 +355,8 @@ void agendas::alTic()
 
 void agendas::conectar()
 {
-    connect(lisdocto, &QComboBox::currentIndexChanged, this, [this] { intentar([this] { recargar(); }); });
-    connect(fechadia, &CalendarioMes::fechaElegida, this, [this] { intentar([this] { recargar(); }); });
-    connect(hoy, &QPushButton::clicked, this, [this] { irA(entorno().clock().today()); });
-    connect(fechamesmas, &QToolButton::clicked, this, [this] { irA(fechadia->fecha().addMonths(1)); });
-    connect(fechamesmenos, &QToolButton::clicked, this, [this] { irA(fechadia->fecha().addMonths(-1)); });
-    connect(fechaaniomas, &QToolButton::clicked, this, [this] { irA(fechadia->fecha().addYears(1)); });
-    connect(fechaaniomenos, &QToolButton::clicked, this, [this] { irA(fechadia->fecha().addYears(-1)); });
+    connect(lisdocto, &QComboBox::currentIndexChanged, this, [this] { intentar([this] { recargarCerca(); }); });
+    connect(fechadia, &CalendarioMes::fechaElegida, this, [this] { intentar([this] { recargarCerca(); }); });
 
     const auto irAHora = [this](const QListWidgetItem *renglon) {
         if (const QTime hora = QTime::fromString(renglon->text().left(5), QStringLiteral("HH:mm")); hora.isValid())

@@ -33,6 +33,8 @@ public:
     bool preparar(const ui::Pedido &pedido) override;
     void refrescar() override;
     [[nodiscard]] QString ayuda() const override;
+    /// Work goes on in it all day: it asks for what the frame has on a common screen.
+    [[nodiscard]] QSize sizeHint() const override { return {1600, 1000}; }
 
     /// The day as it is shown.
     [[nodiscard]] const DiaAgenda &dia() const { return m_dia; }
@@ -97,7 +99,6 @@ private:
     QLayout *panelDetalle();
     void crearMenu();
     QWidget *barraSalidas();
-    void atajo(const QKeySequence &tecla, QPushButton *boton);
     void atajo(const QKeySequence &tecla, const std::function<void()> &accion);
 
     void conectar();
@@ -107,6 +108,9 @@ private:
     void recargar();
     /// recargar() after an action of this window: the row of that hour stays chosen.
     void recargarEn(std::optional<QTime> hora);
+    /// recargar() where the person goes to another day or professional: the row chosen is the one of the hour she was
+    /// at or the next, so that the keyboard goes on there. A day that has no such hour does not change it.
+    void recargarCerca();
     /// recargarEn() after something was changed: the other windows that show appointments load theirs too.
     void trasCambio(std::optional<QTime> hora);
     void mostrarDia();
@@ -146,10 +150,12 @@ private:
     void conectarMover();
     void cortar(qint64 id);
     void pegar();
+    /// Where the day has no row to paste on: the person says the hour.
+    void pegarEscribiendoHora();
     void quitarCorte();
     void soltarEn(qint64 id, qint64 clave);
     void moverA(qint64 id, const QDateTime &momento);
-    [[nodiscard]] base::Control controlarDestino(int doctor, const FilaDia &destino) const;
+    [[nodiscard]] base::Control controlarDestino(int doctor, const FilaDia *destino) const;
 
     void irA(QDate fecha);
     void irALibre(int sentido);
@@ -172,6 +178,8 @@ private:
     DiaAgenda m_dia;
     qint64 m_detalleDe = 0;
     std::optional<Corte> m_corte;
+    std::optional<QTime> m_horaBuscada; ///< at which the person goes through the days
+    std::optional<QTime> m_horaHallada; ///< what the day shown had for it
     std::vector<AccionDeMenu> m_acciones;
     std::vector<QColor> m_fondos; ///< by row of the day
     std::vector<QStringList> m_textosMostrados;

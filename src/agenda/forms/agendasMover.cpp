@@ -44,7 +44,7 @@ void agendas::conectarMover()
 
 void agendas::cortar(qint64 id)
 {
-    if (!aceptado(db::controlarDerecho(entorno(), u"accesomodificarturno")))
+    if (!aceptado(db::controlarDerecho(entorno(), derechoCambios)))
         return;
     const auto turno = leerTurnoGuardado(conexion(), id);
     if (!turno) {
@@ -68,9 +68,9 @@ void agendas::quitarCorte()
     habilitar();
 }
 
-base::Control agendas::controlarDestino(int doctor, const FilaDia &destino) const
+base::Control agendas::controlarDestino(int doctor, const FilaDia *destino) const
 {
-    if (destino.clase == FilaDia::Clase::Bloqueado)
+    if (destino && destino->clase == FilaDia::Clase::Bloqueado)
         return base::Rechazo{base::titulo::atencion, tr("En el horario elegido no se atiende.")};
     if (doctor != m_dia.doctor)
         return base::Rechazo{
@@ -84,12 +84,37 @@ void agendas::pegar()
     if (!m_corte)
         return;
     const FilaDia *fila = filaActual();
-    if (!fila) {
+    if (!fila && !m_dia.filas.empty()) {
         aceptado(base::Rechazo{base::titulo::atencion, tr("Seleccione el horario al que pasa el turno.")});
         return;
     }
-    if (aceptado(controlarDestino(m_corte->doctor, *fila)))
+    if (!aceptado(controlarDestino(m_corte->doctor, fila)))
+        return;
+    if (fila)
         moverA(m_corte->id, m_dia.momento(*fila));
+    else
+        pegarEscribiendoHora();
+}
+
+void agendas::pegarEscribiendoHora()
+{
+    const qint64 id = m_corte->id;
+    ui::Pedido pedido;
+    pedido.datos = {{QStringLiteral("id"), id}, {QStringLiteral("fecha"), m_dia.fecha}};
+    const QPointer<agendas> esta(this);
+    pedido.alTerminar = [esta, id](const QVariantMap &) {
+        if (!esta)
+            return;
+        esta->intentar([&] {
+            esta->quitarCorte();
+            esta->trasCambio({});
+            esta->lista->elegirClave(id);
+            esta->lista->setFocus();
+        });
+    };
+    abrirVentana(QStringLiteral("agendamodifturno"), pedido);
+    if (!leerTurnoGuardado(conexion(), id)) // the window has said so
+        quitarCorte();
 }
 
 void agendas::soltarEn(qint64 id, qint64 clave)
@@ -104,7 +129,7 @@ void agendas::soltarEn(qint64 id, qint64 clave)
         return;
     }
     const QDateTime momento = m_dia.momento(*destino);
-    if (!aceptado(controlarDestino(turno->doctor, *destino)) || turno->fecha == momento)
+    if (!aceptado(controlarDestino(turno->doctor, destino)) || turno->fecha == momento)
         return;
     // The mouse slips: a drag asks where the keys do not.
     QString pregunta = tr("¿Desea pasar el turno de %1 del %2 al %3?")
@@ -117,7 +142,10 @@ void agendas::soltarEn(qint64 id, qint64 clave)
 
 void agendas::moverA(qint64 id, const QDateTime &momento)
 {
-    const bool movido = aceptado(mover(entorno(), id, momento));
+    auto rechazo = modificar(entorno(), id, {.fecha = momento});
+    if (rechazo)
+        rechazo->campo.clear(); // the focus stays on the row
+    const bool movido = aceptado(rechazo);
     if (m_corte && m_corte->id == id && (movido || !leerTurnoGuardado(conexion(), id)))
         quitarCorte();
     trasCambio(momento.time());

@@ -38,7 +38,10 @@ void agendas::activarFila()
 void agendas::abrirReserva()
 {
     ui::Pedido pedido;
-    pedido.datos = {{QStringLiteral("doctor"), m_doctor}, {QStringLiteral("turnos"), turnosElegidos()}};
+    pedido.datos
+        = {{QStringLiteral("doctor"), m_doctor},
+           {QStringLiteral("turnos"), turnosElegidos()},
+           {QStringLiteral("fecha"), m_dia.fecha}};
     const QPointer<agendas> esta(this);
     pedido.alTerminar = [esta, hora = horaActual()](const QVariantMap &) {
         if (esta)

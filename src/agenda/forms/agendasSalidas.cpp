@@ -21,19 +21,25 @@ QWidget *agendas::barraSalidas()
     auto *fila = new QHBoxLayout(barra);
     fila->setContentsMargins(0, 0, 0, 0);
     fila->setSpacing(4);
-    const auto poner = [&](QPushButton *&boton, const char *nombre, const QString &texto, const char *icono) {
-        boton = ui::boton(barra, QLatin1String(nombre), texto, QLatin1String(icono));
+    const auto poner = [&](const char *nombre, const QString &texto, const char *icono, const QString &ayuda) {
+        QPushButton *boton = ui::boton(barra, QLatin1String(nombre), texto, QLatin1String(icono), ayuda);
         fila->addWidget(boton);
+        return boton;
     };
-    poner(imprimir, "imprimir", tr("&Imprimir"), "document-print");
-    imprimir->setToolTip(tr("Planilla del día, para imprimirla o guardarla como PDF (Ctrl+P)"));
-    poner(plantillatur, "plantillatur", tr("Aten&didos"), "edit-copy");
-    plantillatur->setToolTip(
+    imprimir = poner(
+        "imprimir",
+        tr("&Imprimir"),
+        "document-print",
+        tr("Planilla del día, para imprimirla o guardarla como PDF (Ctrl+P)"));
+    plantillatur = poner(
+        "plantillatur",
+        tr("Aten&didos"),
+        "edit-copy",
         tr("Copiar en el portapapeles los turnos atendidos del día, para pegarlos en una planilla"));
-    poner(manana, "manana", tr("A&visar"), "phone");
-    manana->setToolTip(tr("Turnos de mañana: a quiénes avisar, con sus teléfonos y el mensaje"));
-    poner(exportarics, "exportarics", tr("Exportar t&urnos"), "view-calendar");
-    exportarics->setToolTip(tr("Exportar turnos a un archivo de calendario (ICS)"));
+    manana = poner(
+        "manana", tr("A&visar"), "phone", tr("Turnos de mañana: a quiénes avisar, con sus teléfonos y el mensaje"));
+    exportarics = poner(
+        "exportarics", tr("Exportar t&urnos"), "view-calendar", tr("Exportar turnos a un archivo de calendario (ICS)"));
 
     alPulsar(
         imprimir, [this] { printing::ver(ventanas(), planillaDia(entorno(), m_doctor, fechadia->fecha()), this); });

@@ -1,11 +1,16 @@
 // How the window "agendas" is laid out.
 
+#include "agenda/forms/Atajos.h"
 #include "agenda/forms/CalendarioMes.h"
+#include "agenda/forms/FlechasMes.h"
 #include "agenda/forms/GrillaTurnos.h"
 #include "agenda/forms/agendas.h"
+#include "base/Clock.h"
+#include "db/Entorno.h"
 #include "ui/Botones.h"
 #include "ui/Estilo.h"
 #include "ui/Iconos.h"
+#include "ui/Rotulos.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -19,20 +24,6 @@
 #include <QToolButton>
 
 namespace agenda {
-
-namespace {
-
-QPushButton *
-operacion(QWidget *padre, const QString &nombre, const QString &texto, const QString &icono, const QString &ayuda)
-{
-    auto *boton = new QPushButton(ui::icono(icono), texto, padre);
-    boton->setObjectName(nombre);
-    boton->setToolTip(ayuda);
-    boton->setAutoDefault(false);
-    return boton;
-}
-
-} // namespace
 
 void agendas::construir()
 {
@@ -63,9 +54,10 @@ void agendas::construir()
     lista = new GrillaTurnos(
         QStringLiteral("lista"),
         // At 1280 pixels arrival and attendance are seen without scrolling, also with a wide letter.
-        QStringLiteral("|^Hora|<Paciente               |<Cobertura|<Teléfonos         |<Motivo "
-                       "|>Caja $   |>Saldo $  |^Llegó|^Atend.|<Observaciones"),
+        QStringLiteral("|^Hora|<Paciente                  |<Cobertura|<Teléfonos           |<Motivo "
+                       "|>Caja $ |>Saldo $|^Llegó|^Atend.|<Observaciones"),
         this);
+    lista->setElasticas({{1, 3}, {2, 3}, {3, 3}, {4, 3}, {9, 4}});
     lista->setAcceptDrops(true);
     lista->viewport()->setAcceptDrops(true);
     derecha->addWidget(lista, 1);
@@ -80,33 +72,28 @@ void agendas::construir()
 
 QLayout *agendas::renglonTitulo()
 {
-    fechaactiva = new QLabel(this);
-    fechaactiva->setObjectName(QStringLiteral("fechaactiva"));
-    QFont letra = fechaactiva->font();
-    letra.setBold(true);
-    letra.setPointSizeF(letra.pointSizeF() * 1.2);
-    fechaactiva->setFont(letra);
+    fechaactiva = ui::rotuloFuerte(this, QStringLiteral("fechaactiva"), 1.2);
     // A long date makes room for the buttons, not the other way round.
     fechaactiva->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    buscar = operacion(
+    buscar = ui::boton(
         this,
         QStringLiteral("buscar"),
         tr("Bu&scar"),
         QStringLiteral("edit-find"),
         tr("Buscar los turnos de un paciente (Ctrl+F)"));
-    botagentodas = operacion(
+    botagentodas = ui::boton(
         this,
         QStringLiteral("botagentodas"),
         tr("&Todas"),
         QStringLiteral("view-calendar-list"),
         tr("Las agendas de todos los profesionales al mismo tiempo (Ctrl+T)"));
-    telefonos = operacion(
+    telefonos = ui::boton(
         this,
         QStringLiteral("telefonos"),
         tr("Teléfonos"),
         QStringLiteral("view-pim-contacts"),
         tr("Lista de teléfonos del consultorio, los profesionales y los pacientes (F4)"));
-    horarios = operacion(
+    horarios = ui::boton(
         this,
         QStringLiteral("horarios"),
         tr("&Horarios"),
@@ -211,25 +198,19 @@ QWidget *agendas::panelIzquierdo()
     columna->addWidget(titulo);
     columna->addWidget(lisdocto);
 
-    fechaaniomenos = ui::flecha(panel, QStringLiteral("fechaaniomenos"), QStringLiteral("«"), tr("Año anterior"));
-    fechamesmenos = ui::flecha(panel, QStringLiteral("fechamesmenos"), QStringLiteral("‹"), tr("Mes anterior"));
-    hoy = operacion(panel, QStringLiteral("hoy"), tr("Ho&y"), QStringLiteral("go-jump-today"), tr("Ir al día de hoy"));
-    fechamesmas = ui::flecha(panel, QStringLiteral("fechamesmas"), QStringLiteral("›"), tr("Mes siguiente"));
-    fechaaniomas = ui::flecha(panel, QStringLiteral("fechaaniomas"), QStringLiteral("»"), tr("Año siguiente"));
-    auto *botones = new QHBoxLayout;
-    botones->setSpacing(2);
-    botones->addWidget(fechaaniomenos);
-    botones->addWidget(fechamesmenos);
-    botones->addWidget(hoy, 1);
-    botones->addWidget(fechamesmas);
-    botones->addWidget(fechaaniomas);
-    columna->addLayout(botones);
-
     fechadia = new CalendarioMes(panel);
     fechadia->setObjectName(QStringLiteral("fechadia"));
     fechadia->setAceptaTurnos();
+    auto *flechas = new FlechasMes(
+        *fechadia, [this] { return entorno().clock().today(); }, panel);
+    fechaaniomenos = flechas->fechaaniomenos;
+    fechamesmenos = flechas->fechamesmenos;
+    hoy = flechas->hoy;
+    fechamesmas = flechas->fechamesmas;
+    fechaaniomas = flechas->fechaaniomas;
+    columna->addWidget(flechas);
     columna->addWidget(fechadia);
-    proximolibre = operacion(
+    proximolibre = ui::boton(
         panel,
         QStringLiteral("proximolibre"),
         tr("Pró&ximo libre"),
@@ -265,10 +246,10 @@ QWidget *agendas::barraOperaciones()
                            const char *icono,
                            const QString &ayuda,
                            const QKeySequence &tecla = {}) {
-        boton = operacion(barra, nombre, texto, QLatin1String(icono), ayuda);
+        boton = ui::boton(barra, nombre, texto, QLatin1String(icono), ayuda);
         fila->addWidget(boton);
         if (!tecla.isEmpty())
-            atajo(tecla, boton);
+            atajoDeBoton(*this, tecla, *boton);
     };
     // What is done with the appointment of a patient.
     renglon();
@@ -355,12 +336,14 @@ QWidget *agendas::barraOperaciones()
     fila->addStretch(1);
     fila->addWidget(barraSalidas());
 
-    atajo(QKeySequence(Qt::CTRL | Qt::Key_H), horarios);
-    atajo(QKeySequence(Qt::CTRL | Qt::Key_F), buscar);
-    atajo(QKeySequence(Qt::CTRL | Qt::Key_T), botagentodas);
-    atajo(QKeySequence(Qt::Key_F3), proximolibre);
-    atajo(QKeySequence(Qt::Key_F4), telefonos);
-    atajo(QKeySequence(Qt::CTRL | Qt::Key_Home), hoy);
+    for (const auto &[tecla, boton] :
+         {std::pair(QKeySequence(Qt::CTRL | Qt::Key_H), horarios),
+          {Qt::CTRL | Qt::Key_F, buscar},
+          {Qt::CTRL | Qt::Key_T, botagentodas},
+          {Qt::Key_F3, proximolibre},
+          {Qt::Key_F4, telefonos},
+          {Qt::CTRL | Qt::Key_Home, hoy}})
+        atajoDeBoton(*this, tecla, *boton);
     atajo(QKeySequence(Qt::CTRL | Qt::Key_X), [this] { menucortar->trigger(); });
     atajo(QKeySequence(Qt::CTRL | Qt::Key_V), [this] { intentar([this] { pegar(); }); });
     atajo(QKeySequence(Qt::CTRL | Qt::Key_Left), [this] { irA(fechadia->fecha().addDays(-1)); });
@@ -368,14 +351,6 @@ QWidget *agendas::barraOperaciones()
     atajo(QKeySequence(Qt::CTRL | Qt::Key_Down), [this] { irALibre(1); });
     atajo(QKeySequence(Qt::CTRL | Qt::Key_Up), [this] { irALibre(-1); });
     return barra;
-}
-
-void agendas::atajo(const QKeySequence &tecla, QPushButton *boton)
-{
-    auto *suyo = new QShortcut(tecla, this);
-    suyo->setContext(Qt::WidgetWithChildrenShortcut);
-    suyo->setAutoRepeat(false);
-    connect(suyo, &QShortcut::activated, boton, [boton] { boton->click(); });
 }
 
 void agendas::atajo(const QKeySequence &tecla, const std::function<void()> &accion)

@@ -4,8 +4,10 @@
 #include "agenda/CambiosTurno.h"
 #include "agenda/DetalleTurno.h"
 #include "agenda/Textos.h"
+#include "agenda/TurnosListados.h"
 #include "agenda/forms/AbrirFicha.h"
 #include "agenda/forms/CalendarioMes.h"
+#include "agenda/forms/Registro.h"
 #include "base/Clock.h"
 #include "base/Fechas.h"
 #include "db/Entorno.h"
@@ -16,7 +18,6 @@
 
 #include <QLabel>
 #include <QListWidget>
-#include <QLocale>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QTimer>
@@ -121,9 +122,7 @@ void agendastodas::recargar()
 
 void agendastodas::mostrar()
 {
-    QString titulo = QLocale().toString(m_todas->fecha, QStringLiteral("dddd d 'de' MMMM 'de' yyyy"));
-    titulo[0] = titulo.at(0).toUpper();
-    fechaactiva->setText(titulo);
+    fechaactiva->setText(fechaLarga(m_todas->fecha));
     const bool hayAlgo = std::any_of(m_todas->agendas.begin(), m_todas->agendas.end(), [](const AgendaDelDia &agenda) {
         return agenda.tieneAlgo();
     });
@@ -277,7 +276,7 @@ void agendastodas::marcarTodos(bool mostrados)
 
 void agendastodas::trasCambio(const std::optional<Elegido> &antes)
 {
-    ventanas().refrescar({QStringLiteral("agendas"), QStringLiteral("resulbusque")});
+    ventanas().refrescar(ventanasDeTurnos(objectName()));
     recargar();
     // What was done gave the row another identity: its hour stays chosen.
     if (antes && !lista->actual().fila)
@@ -308,7 +307,10 @@ void agendastodas::abrirReserva()
     if (turnos.isEmpty() && antes && antes->fila.clase == FilaDia::Clase::Turno)
         turnos << base::fechaHoraTexto({m_todas->fecha, antes->fila.hora}); // an extra one at an hour that is taken
     ui::Pedido pedido;
-    pedido.datos = {{QStringLiteral("doctor"), doctor}, {QStringLiteral("turnos"), turnos}};
+    pedido.datos
+        = {{QStringLiteral("doctor"), doctor},
+           {QStringLiteral("turnos"), turnos},
+           {QStringLiteral("fecha"), m_todas->fecha}};
     const QPointer<agendastodas> esta(this);
     pedido.alTerminar = [esta, antes](const QVariantMap &) {
         if (esta)
@@ -420,16 +422,8 @@ void agendastodas::conectar()
                 lista->elegirHora(antes->doctor, antes->fila.hora);
         });
     });
-    const auto irA = [this](QAbstractButton *boton, const std::function<QDate(QDate)> &cual) {
-        connect(boton, &QAbstractButton::clicked, this, [this, cual] { fechadia->setFecha(cual(fechadia->fecha())); });
-    };
-    irA(hoy, [this](QDate) { return entorno().clock().today(); });
-    irA(diaanterior, [](QDate dia) { return dia.addDays(-1); });
-    irA(diasiguiente, [](QDate dia) { return dia.addDays(1); });
-    irA(fechamesmas, [](QDate dia) { return dia.addMonths(1); });
-    irA(fechamesmenos, [](QDate dia) { return dia.addMonths(-1); });
-    irA(fechaaniomas, [](QDate dia) { return dia.addYears(1); });
-    irA(fechaaniomenos, [](QDate dia) { return dia.addYears(-1); });
+    connect(diaanterior, &QToolButton::clicked, this, [this] { fechadia->setFecha(fechadia->fecha().addDays(-1)); });
+    connect(diasiguiente, &QToolButton::clicked, this, [this] { fechadia->setFecha(fechadia->fecha().addDays(1)); });
 
     connect(listaprofesionales, &QListWidget::itemChanged, this, [this] {
         if (!m_poniendo)

@@ -34,6 +34,8 @@ public:
     bool preparar(const ui::Pedido &pedido) override;
     void refrescar() override;
     [[nodiscard]] QString ayuda() const override;
+    /// Work goes on in it all day: it asks for what the frame has on a common screen.
+    [[nodiscard]] QSize sizeHint() const override { return {1600, 1000}; }
 
     CalendarioMes *fechadia;
     QLabel *fechaactiva;
@@ -71,7 +73,6 @@ private:
     QWidget *panelSala();
     void conectar();
     void conectarOperaciones();
-    void atajo(const QKeySequence &tecla, QAbstractButton *boton);
 
     void recargar();
     void mostrar();

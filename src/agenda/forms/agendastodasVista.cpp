@@ -1,16 +1,20 @@
 // How the window "agendastodas" is laid out.
 
+#include "agenda/forms/Atajos.h"
 #include "agenda/forms/CalendarioMes.h"
+#include "agenda/forms/FlechasMes.h"
 #include "agenda/forms/agendastodas.h"
+#include "base/Clock.h"
+#include "db/Entorno.h"
 #include "ui/Botones.h"
 #include "ui/Estilo.h"
 #include "ui/Grilla.h"
+#include "ui/Rotulos.h"
 
 #include <QHeaderView>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
-#include <QShortcut>
 #include <QSplitter>
 #include <QTimer>
 #include <QToolButton>
@@ -32,12 +36,7 @@ void agendastodas::construir()
         = ui::flecha(this, QStringLiteral("diaanterior"), QStringLiteral("‹"), tr("Día anterior (Ctrl+Izquierda)"));
     diasiguiente
         = ui::flecha(this, QStringLiteral("diasiguiente"), QStringLiteral("›"), tr("Día siguiente (Ctrl+Derecha)"));
-    fechaactiva = new QLabel(this);
-    fechaactiva->setObjectName(QStringLiteral("fechaactiva"));
-    QFont letra = fechaactiva->font();
-    letra.setBold(true);
-    letra.setPointSizeF(letra.pointSizeF() * 1.2);
-    fechaactiva->setFont(letra);
+    fechaactiva = ui::rotuloFuerte(this, QStringLiteral("fechaactiva"), 1.2);
     auto *titulo = new QHBoxLayout;
     titulo->setSpacing(2);
     titulo->addWidget(diaanterior);
@@ -70,23 +69,16 @@ QWidget *agendastodas::panelIzquierdo()
     columna->setContentsMargins(0, 0, 0, 0);
     columna->setSpacing(ui::espacio);
 
-    fechaaniomenos = ui::flecha(panel, QStringLiteral("fechaaniomenos"), QStringLiteral("«"), tr("Año anterior"));
-    fechamesmenos = ui::flecha(panel, QStringLiteral("fechamesmenos"), QStringLiteral("‹"), tr("Mes anterior"));
-    hoy = ui::boton(panel, QStringLiteral("hoy"), tr("Ho&y"), QStringLiteral("go-jump-today"));
-    hoy->setToolTip(tr("Ir al día de hoy (Ctrl+Inicio)"));
-    fechamesmas = ui::flecha(panel, QStringLiteral("fechamesmas"), QStringLiteral("›"), tr("Mes siguiente"));
-    fechaaniomas = ui::flecha(panel, QStringLiteral("fechaaniomas"), QStringLiteral("»"), tr("Año siguiente"));
-    auto *botones = new QHBoxLayout;
-    botones->setSpacing(2);
-    botones->addWidget(fechaaniomenos);
-    botones->addWidget(fechamesmenos);
-    botones->addWidget(hoy, 1);
-    botones->addWidget(fechamesmas);
-    botones->addWidget(fechaaniomas);
-    columna->addLayout(botones);
-
     fechadia = new CalendarioMes(panel);
     fechadia->setObjectName(QStringLiteral("fechadia"));
+    auto *flechas = new FlechasMes(
+        *fechadia, [this] { return entorno().clock().today(); }, panel);
+    fechaaniomenos = flechas->fechaaniomenos;
+    fechamesmenos = flechas->fechamesmenos;
+    hoy = flechas->hoy;
+    fechamesmas = flechas->fechamesmas;
+    fechaaniomas = flechas->fechaaniomas;
+    columna->addWidget(flechas);
     columna->addWidget(fechadia);
 
     auto *titulo = new QLabel(tr("&Profesionales que se muestran:"), panel);
@@ -128,6 +120,7 @@ QWidget *agendastodas::panelSala()
         QStringLiteral("|>Espera   |<Paciente           |<Profesional      |^Turno|^Llegó"),
         panel);
     sala->setSelectionMode(QAbstractItemView::SingleSelection);
+    sala->setElasticas({{1, 3}, {2, 2}});
     sala->setSortingEnabled(false); // the longest waiting stays on top
     sala->setMinimumHeight(4 * sala->verticalHeader()->defaultSectionSize());
     titulosala->setBuddy(sala);
@@ -204,7 +197,7 @@ QWidget *agendastodas::barraOperaciones(QHBoxLayout &titulo)
         {&agendastodas::atender,
          "atender",
          tr("&Ficha"),
-         "view-pim-contacts",
+         "user-identity",
          tr("Abrir la ficha del paciente (F2)"),
          Qt::Key_F2},
         {&agendastodas::horarios,
@@ -224,32 +217,24 @@ QWidget *agendastodas::barraOperaciones(QHBoxLayout &titulo)
         {&agendastodas::botontelefonos,
          "botontelefonos",
          tr("&Teléfonos"),
-         "phone",
-         tr("Lista de teléfonos (Ctrl+T)"),
-         Qt::CTRL | Qt::Key_T,
+         "view-pim-contacts",
+         tr("Lista de teléfonos del consultorio, los profesionales y los pacientes (F4)"),
+         Qt::Key_F4,
          false},
     };
     for (const Operacion &una : operaciones) {
-        QPushButton *boton = ui::boton(barra, QLatin1String(una.nombre), una.texto, QLatin1String(una.icono));
-        boton->setToolTip(una.ayuda);
+        QPushButton *boton
+            = ui::boton(barra, QLatin1String(una.nombre), una.texto, QLatin1String(una.icono), una.ayuda);
         this->*una.boton = boton;
         (una.delTurno ? fila : &titulo)->addWidget(boton);
         if (!una.tecla.isEmpty())
-            atajo(una.tecla, boton);
+            atajoDeBoton(*this, una.tecla, *boton);
     }
     fila->addStretch(1);
-    atajo(Qt::CTRL | Qt::Key_Left, diaanterior);
-    atajo(Qt::CTRL | Qt::Key_Right, diasiguiente);
-    atajo(Qt::CTRL | Qt::Key_Home, hoy);
+    atajoDeBoton(*this, Qt::CTRL | Qt::Key_Left, *diaanterior, true);
+    atajoDeBoton(*this, Qt::CTRL | Qt::Key_Right, *diasiguiente, true);
+    atajoDeBoton(*this, Qt::CTRL | Qt::Key_Home, *hoy);
     return barra;
-}
-
-void agendastodas::atajo(const QKeySequence &tecla, QAbstractButton *boton)
-{
-    auto *suyo = new QShortcut(tecla, this);
-    suyo->setContext(Qt::WidgetWithChildrenShortcut);
-    suyo->setAutoRepeat(boton == diaanterior || boton == diasiguiente);
-    connect(suyo, &QShortcut::activated, boton, [boton] { boton->click(); });
 }
 
 } // namespace agenda

@@ -1,16 +1,18 @@
 #include "agenda/forms/resulbusque.h"
 
 #include "agenda/GrillaDia.h"
-#include "agenda/Reserva.h"
 #include "agenda/Textos.h"
 #include "agenda/TurnoGuardado.h"
+#include "agenda/forms/BotonesLista.h"
 #include "agenda/forms/ColorTono.h"
 #include "base/Clock.h"
 #include "db/Entorno.h"
 #include "db/ListaDoctores.h"
+#include "patients/BusquedaPacientes.h"
 #include "ui/Botones.h"
 #include "ui/Estilo.h"
 #include "ui/Grilla.h"
+#include "ui/Rotulos.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -32,9 +34,6 @@ resulbusque::resulbusque(db::Entorno &entorno, ui::Ventanas &ventanas)
     connect(lista, &ui::Grilla::filaCambiada, this, [this](int fila) { veragenda->setEnabled(fila >= 0); });
     connect(lista, &ui::Grilla::activada, this, [this] { intentar([this] { abrirTurno(); }); });
     alPulsar(veragenda, [this] { abrirTurno(); });
-    alPulsar(copiarlista, [this] { copiar(*lista, false); });
-    alPulsar(exportarlista, [this] { exportar(*lista); });
-    alPulsar(imprimir, [this] { imprimirLista(*lista); });
     connect(cerrar, &QPushButton::clicked, this, &QWidget::close);
 }
 
@@ -45,7 +44,7 @@ bool resulbusque::preparar(const ui::Pedido &pedido)
     m_nrohc = pedido.datos.value(QStringLiteral("nrohc")).toInt();
     QString nombre = pedido.datos.value(QStringLiteral("nombre")).toString();
     if (nombre.isEmpty())
-        nombre = nombrePaciente(conexion(), m_nrohc).value_or(textoPacienteEliminado);
+        nombre = patients::nombrePaciente(conexion(), m_nrohc).value_or(textoPacienteEliminado);
     paciente->setText(nombre);
     setWindowTitle(tr("Turnos de %1").arg(nombre));
     recargar();
@@ -64,13 +63,7 @@ QString resulbusque::ayuda() const
 
 void resulbusque::construir()
 {
-    paciente = new QLabel(this);
-    paciente->setObjectName(QStringLiteral("paciente"));
-    paciente->setTextFormat(Qt::PlainText);
-    QFont letra = paciente->font();
-    letra.setBold(true);
-    letra.setPointSizeF(letra.pointSizeF() * 1.2);
-    paciente->setFont(letra);
+    paciente = ui::rotuloFuerte(this, QStringLiteral("paciente"), 1.2);
     cantidad = new QLabel(this);
     cantidad->setObjectName(QStringLiteral("cantidad"));
     lista = new ui::Grilla(
@@ -78,23 +71,23 @@ void resulbusque::construir()
         QStringLiteral("|^Fecha     |<Día        |^Hora |<Profesional            |<Motivo             |^Llegó |^Atend. "
                        "|<Observaciones"),
         this);
+    lista->setElasticas({{3, 3}, {4, 3}, {7, 4}});
     lista->setSelectionMode(QAbstractItemView::SingleSelection);
 
     auto *abajo = new QHBoxLayout;
     abajo->setSpacing(ui::espacio);
-    const auto poner = [&](const char *nombre, const QString &texto, const char *icono, const QString &ayuda) {
-        QPushButton *boton = ui::boton(this, QLatin1String(nombre), texto, QLatin1String(icono));
-        boton->setToolTip(ayuda);
-        abajo->addWidget(boton);
-        return boton;
-    };
-    veragenda = poner("veragenda", tr("Ver en la &agenda"), "view-calendar-day", tr("La agenda, en ese turno (Enter)"));
+    veragenda = ui::boton(
+        this,
+        QStringLiteral("veragenda"),
+        tr("Ver en la &agenda"),
+        QStringLiteral("view-calendar-day"),
+        tr("La agenda, en ese turno (Enter)"));
+    abajo->addWidget(veragenda);
     abajo->addStretch(1);
-    copiarlista = poner("copiarlista", tr("&Copiar"), "edit-copy", tr("Copiar la lista al portapapeles"));
-    exportarlista
-        = poner("exportarlista", tr("E&xportar"), "document-export", tr("Guardar la lista como planilla (CSV)"));
-    imprimir = poner("imprimir", tr("&Imprimir"), "document-print", tr("Imprimir la lista (Ctrl+P)"));
-    cerrar = poner("cerrar", tr("Ce&rrar"), "window-close", tr("Cerrar la ventana (Esc)"));
+    ponerBotonesLista(*this, *lista, *abajo);
+    cerrar = ui::boton(
+        this, QStringLiteral("cerrar"), tr("Ce&rrar"), QStringLiteral("window-close"), tr("Cerrar la ventana (Esc)"));
+    abajo->addWidget(cerrar);
 
     auto *todo = new QVBoxLayout(this);
     todo->setContentsMargins(ui::margen, ui::margen, ui::margen, ui::margen);
@@ -127,9 +120,6 @@ void resulbusque::recargar()
                                .arg(proximos == 0 ? tr("Ningún turno") : dicho(proximos))
                                .arg(qsizetype(m_turnos.size()) - proximos));
     veragenda->setEnabled(lista->filaActual() >= 0);
-    for (QPushButton *boton : {copiarlista, exportarlista})
-        boton->setEnabled(!m_turnos.empty());
-    imprimir->setEnabled(!m_turnos.empty() && puedeImprimirLista());
 }
 
 void resulbusque::abrirTurno()

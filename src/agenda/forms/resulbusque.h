@@ -28,9 +28,6 @@ public:
     QLabel *cantidad;
     ui::Grilla *lista;
     QPushButton *veragenda;
-    QPushButton *copiarlista;
-    QPushButton *exportarlista;
-    QPushButton *imprimir;
     QPushButton *cerrar;
 
 private:

@@ -2,6 +2,7 @@
 
 #include "agenda/Telefonos.h"
 #include "agenda/forms/AbrirFicha.h"
+#include "agenda/forms/BotonesLista.h"
 #include "db/Entorno.h"
 #include "db/ListaDoctores.h"
 #include "ui/Botones.h"
@@ -80,26 +81,23 @@ void telefonos::construir()
         QStringLiteral("|<Nombre                 |<Teléfono        |<Celular          |<Origen     "
                        "|<Correo        |<Dirección    |<Observaciones "),
         this);
+    lista->setElasticas({{0, 4}, {1, 2}, {2, 2}, {4, 3}, {5, 3}, {6, 3}});
     cantidad = new QLabel(this);
     cantidad->setObjectName(QStringLiteral("cantidad"));
 
     auto *abajo = new QHBoxLayout;
     abajo->setSpacing(ui::espacio);
     const auto poner = [&](const char *nombre, const QString &texto, const char *icono, const QString &ayuda) {
-        QPushButton *boton = ui::boton(this, QLatin1String(nombre), texto, QLatin1String(icono));
-        boton->setToolTip(ayuda);
+        QPushButton *boton = ui::boton(this, QLatin1String(nombre), texto, QLatin1String(icono), ayuda);
         abajo->addWidget(boton);
         return boton;
     };
     nuevo = poner("nuevo", tr("&Nuevo"), "list-add", tr("Agregar un teléfono (Ctrl+N)"));
     modificar = poner("modificar", tr("&Modificar"), "document-edit", tr("Modificar el teléfono elegido (Enter)"));
     eliminar = poner("eliminar", tr("&Eliminar"), "edit-delete", tr("Eliminar el teléfono elegido (Supr)"));
-    ficha = poner("ficha", tr("&Ficha"), "view-pim-contacts", tr("Abrir la ficha del paciente elegido (Enter)"));
+    ficha = poner("ficha", tr("&Ficha"), "user-identity", tr("Abrir la ficha del paciente elegido (Enter)"));
     abajo->addStretch(1);
-    copiarlista = poner("copiarlista", tr("&Copiar"), "edit-copy", tr("Copiar la lista al portapapeles"));
-    exportarlista
-        = poner("exportarlista", tr("E&xportar"), "document-export", tr("Guardar la lista como planilla (CSV)"));
-    imprimir = poner("imprimir", tr("&Imprimir"), "document-print", tr("Imprimir la lista (Ctrl+P)"));
+    ponerBotonesLista(*this, *lista, *abajo);
 
     auto *todo = new QVBoxLayout(this);
     todo->setContentsMargins(ui::margen, ui::margen, ui::margen, ui::margen);
@@ -125,9 +123,6 @@ void telefonos::conectar()
     alPulsar(modificar, [this] { activar(); });
     alPulsar(ficha, [this] { activar(); });
     alPulsar(eliminar, [this] { eliminarActual(); });
-    alPulsar(copiarlista, [this] { copiar(*lista, false); });
-    alPulsar(exportarlista, [this] { exportar(*lista); });
-    alPulsar(imprimir, [this] { imprimirLista(*lista); });
 }
 
 bool telefonos::eventFilter(QObject *objeto, QEvent *evento)
@@ -193,7 +188,6 @@ void telefonos::habilitar()
     modificar->setEnabled(propio);
     eliminar->setEnabled(propio);
     ficha->setEnabled(contacto && contacto->origen == Contacto::Origen::Paciente);
-    imprimir->setEnabled(puedeImprimirLista());
 }
 
 void telefonos::activar()

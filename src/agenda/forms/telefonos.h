@@ -37,9 +37,6 @@ public:
     QPushButton *modificar;
     QPushButton *eliminar;
     QPushButton *ficha;
-    QPushButton *copiarlista;
-    QPushButton *exportarlista;
-    QPushButton *imprimir;
 
 protected:
     bool eventFilter(QObject *objeto, QEvent *evento) override;
