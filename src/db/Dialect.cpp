@@ -115,6 +115,11 @@ QString Dialect::ifNull(const QString &expression, const QString &otherwise) con
                                   : QStringLiteral("isnull(%1,%2)").arg(expression, otherwise);
 }
 
+QString Dialect::memo(const QString &expression) const
+{
+    return m_kind == Kind::Access ? expression : QStringLiteral("CAST(%1 AS nvarchar(max))").arg(expression);
+}
+
 QString Dialect::yearDiff(const QString &from, const QString &to) const
 {
     return (m_kind == Kind::Access ? QStringLiteral("DateDiff('yyyy',%1,%2)") : QStringLiteral("DateDiff(yyyy,%1,%2)"))
@@ -158,6 +163,9 @@ QString Dialect::contains(const QString &column, QStringView value) const
     // "n" finds "ñ" too, as in the embedded engine.
     static const QRegularExpression bare(QStringLiteral("n"), QRegularExpression::CaseInsensitiveOption);
     pattern.replace(bare, QStringLiteral("[nñ]"));
+    // The server takes a backslash that ends a line out of a text, and the line's end with it.
+    static const QRegularExpression joining(QStringLiteral("\\\\(?=[\r\n])"));
+    pattern.replace(joining, QStringLiteral("[\\]"));
     return column + QStringLiteral(" COLLATE ") + searchCollation + QStringLiteral(" like ") + text(pattern);
 }
 

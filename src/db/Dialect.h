@@ -53,6 +53,9 @@ public:
     /// The expression, or `otherwise` (an expression too) when it is Null. On the server the result has the type of the
     /// expression: an `otherwise` longer than its column would be cut.
     [[nodiscard]] QString ifNull(const QString &expression, const QString &otherwise) const;
+    /// A memo as a text that may be compared, ordered and searched: CAST(e AS nvarchar(max)), as the tables that an
+    /// older program has made there hold it in a type that allows none of that. Unchanged for the file.
+    [[nodiscard]] QString memo(const QString &expression) const;
     /// Calendar-year boundaries between two expressions: DateDiff('yyyy',a,b) or DateDiff(yyyy,a,b).
     [[nodiscard]] QString yearDiff(const QString &from, const QString &to) const;
     /// The date as "dd/mm/yyyy".
@@ -63,7 +66,7 @@ public:
     [[nodiscard]] QString formatMoney(const QString &expression) const;
 
     /// " like '%value%'" with the wildcards in `value` taken literally, without regard to case and accents; "n" finds
-    /// "ñ" too, "ñ" only itself. For columns of text.
+    /// "ñ" too, "ñ" only itself. For columns of text; a memo goes through memo().
     [[nodiscard]] QString contains(const QString &column, QStringView value) const;
     /// The pattern of contains() as the embedded engine takes it.
     [[nodiscard]] static QString containsPattern(QStringView value);

@@ -49,7 +49,7 @@ Engines Engines::standard()
     engines.add(QStringLiteral("Microsoft.Jet.OLEDB.4.0"), [](const ConnectionString &text) {
         return std::make_unique<EmbeddedEngine>(text.value(u"Data Source"), text.value(u"Jet OLEDB:Database Password"));
     });
-    engines.add(QStringLiteral("SQLOLEDB"), &OdbcEngine::open);
+    engines.add(QStringLiteral("SQLOLEDB"), [](const ConnectionString &text) { return OdbcEngine::open(text); });
     return engines;
 }
 

@@ -78,7 +78,7 @@ BusquedaHistorial::BusquedaHistorial(db::Connection &conexion, const FiltroHisto
         m_valores << filtro.ventana;
     }
     if (const QString texto = filtro.texto.trimmed(); !texto.isEmpty())
-        m_condiciones << conexion.dialect().contains(QStringLiteral("accion"), texto);
+        m_condiciones << conexion.dialect().contains(conexion.dialect().memo(QStringLiteral("accion")), texto);
 }
 
 int BusquedaHistorial::porciento() const

@@ -148,7 +148,7 @@ static QString ordenable(db::Connection &conexion, const QString &orden)
         const bool largo = std::any_of(declaradas.cbegin(), declaradas.cend(), [&](const db::Column &declarada) {
             return declarada.type == db::Type::Memo && declarada.name.compare(columna, Qt::CaseInsensitive) == 0;
         });
-        terminos << (largo ? QStringLiteral("CAST(%1 AS nvarchar(max))").arg(columna) : columna);
+        terminos << (largo ? conexion.dialect().memo(columna) : columna);
     }
     return terminos.join(u',');
 }

@@ -98,9 +98,11 @@ private slots:
         QTest::newRow("null") << QVariant() << "NULL";
         QTest::newRow("empty") << QVariant(u""_s) << "N''";
         QTest::newRow("quote") << QVariant(u"O'Higgins ≥ 😀"_s) << u"N'O''Higgins ≥ 😀'"_s;
-        // A backslash before a line break would take the break away; joined texts must not end at 4000 characters.
+        // A backslash before a line break would take the break away.
         QTest::newRow("broken line") << QVariant(u"a\\\r\nb\\\nc\\"_s)
-                                     << u"(CAST(N'a\\' AS nvarchar(max)) + N'\r\nb\\' + N'\nc\\')"_s;
+                                     << u"REPLACE(N'a\\|\r\nb\\|\nc\\' COLLATE Latin1_General_BIN2,N'|',N'')"_s;
+        QTest::newRow("marks in the text")
+            << QVariant(u"||'\\\r|"_s) << u"REPLACE(N'||''\\|||\r|' COLLATE Latin1_General_BIN2,N'|||',N'')"_s;
         QTest::newRow("NUL") << QVariant(u"a"_s + QChar(0) + u"b"_s) << "N'ab'";
         QTest::newRow("half a pair") << QVariant(QString(QChar(0xD83D)) + u"a"_s) << u"N'\uFFFDa'"_s;
         QTest::newRow("flag") << QVariant(true) << "1";

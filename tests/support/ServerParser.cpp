@@ -20,6 +20,27 @@ LexerRules serverRules()
     return rules;
 }
 
+/// A backslash that ends a line inside a text goes, and the line's end with it.
+QString withLinesJoined(QStringView statement)
+{
+    QString out;
+    out.reserve(statement.size());
+    bool inText = false;
+    for (qsizetype i = 0; i < statement.size(); ++i) {
+        inText ^= statement[i] == u'\'';
+        const qsizetype ending = !inText || statement[i] != u'\\'   ? 0
+            : statement.mid(i + 1, 2) == u"\r\n"                    ? 2
+            : i + 1 < statement.size() && statement[i + 1] == u'\n' ? 1
+            : i + 1 < statement.size() && statement[i + 1] == u'\r' ? 1
+                                                                    : 0;
+        if (ending > 0)
+            i += ending;
+        else
+            out += statement[i];
+    }
+    return out;
+}
+
 Kind kindOf(db::Type type)
 {
     switch (type) {
@@ -48,7 +69,7 @@ const QStringList &catalogColumns()
 } // namespace
 
 ServerParser::ServerParser(QStringView statement, ServerCatalog &catalog)
-    : Parser(statement, serverRules())
+    : Parser(withLinesJoined(statement), serverRules())
     , m_catalog(catalog)
 {
 }

@@ -70,11 +70,14 @@ Expr ServerParser::suffix(Expr operand)
         return operand;
     const int at = position();
     const QString collation = identifier();
-    if (collation != u"Modern_Spanish_CI_AI")
+    const bool byCode = collation == u"Latin1_General_BIN2"; // of texts in the statement, to take a sign out of them
+    if (collation != u"Modern_Spanish_CI_AI" && !(byCode && operand.literal))
         failSyntax(QStringLiteral("Orden desconocido \"%1\"").arg(collation), at);
     if (operand.kind != Kind::Text && operand.kind != Kind::Unknown)
         failSyntax(QStringLiteral("COLLATE de lo que no es un texto"), at);
-    operand.traits |= Collated;
+    if (operand.traits & Long)
+        failSyntax(QStringLiteral("COLLATE de un texto largo: falta convertirlo"), at);
+    operand.traits |= byCode ? 0 : Collated;
     return operand;
 }
 

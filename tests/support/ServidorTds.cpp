@@ -1,5 +1,7 @@
 #include "support/ServidorTds.h"
 
+#include <csignal>
+
 namespace soporte {
 
 ServidorTds::ServidorTds(const QString &carpeta, int puerto)
@@ -26,6 +28,10 @@ void ServidorTds::matar()
     m_proceso.kill();
     m_proceso.waitForFinished();
 }
+
+void ServidorTds::detener() const { ::kill(pid_t(m_proceso.processId()), SIGSTOP); }
+
+void ServidorTds::seguir() const { ::kill(pid_t(m_proceso.processId()), SIGCONT); }
 
 void ServidorTds::arrancar()
 {

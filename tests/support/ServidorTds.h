@@ -27,6 +27,9 @@ public:
     void matar();
     /// The same server again, on the same port.
     void arrancar();
+    /// It stays where it is: what is sent to it arrives and is never answered, until it goes on.
+    void detener() const;
+    void seguir() const;
 
 private:
     QString m_carpeta;

@@ -174,6 +174,36 @@ private slots:
         QCOMPARE(conexion->query(u"SELECT corto FROM [Cosas] WHERE id = 2"_s)->text(0, 0), u"≥ 5 «ñ»"_s);
     }
 
+    /// A backslash at the end of a line takes the line's end away in a statement: not in what is stored.
+    void backslashesAtTheEndOfALine()
+    {
+        const Red red;
+        const auto conexion = red.conectar();
+        // Without anything to keep them apart they are lost here too, as there.
+        QCOMPARE(conexion->query(u"SELECT N'a\\\r\nb\\\nc'"_s)->text(0, 0), u"abc"_s);
+        conexion->execute(u"CREATE TABLE [Cosas] (id int IDENTITY(1,1) PRIMARY KEY, memo nvarchar(max))"_s);
+        const QStringList piezas{u"\\"_s, u"\n"_s, u"\r"_s, u"|"_s, u"'"_s, u"😀"_s};
+        QStringList textos{QString()};
+        for (qsizetype desde = 0, hasta = 1, largo = 0; largo < 4; ++largo, desde = hasta, hasta = textos.size())
+            for (qsizetype i = desde; i < hasta; ++i)
+                for (const QString &pieza : piezas)
+                    textos << textos[i] + pieza;
+        // Every text of up to four of the pieces, and then long ones.
+        QCOMPARE(textos.size(), 1 + 6 + 36 + 216 + 1296);
+        textos << u"\\\n"_s.repeated(100'000) << u"||\\\r\n𝄞"_s.repeated(100'000)
+               << QString(5000, u'ñ') + u"\\\r\n|\\"_s << u"\\\r"_s + QString(3999, u'|') + u"\\\n"_s;
+        std::vector<db::Params> filas;
+        for (const QString &texto : std::as_const(textos))
+            filas.push_back({texto});
+        conexion->executeBatch(u"INSERT INTO [Cosas] (memo) VALUES (?)"_s, filas);
+        const db::Rows leidas = conexion->query(u"SELECT memo FROM [Cosas] ORDER BY id"_s);
+        QCOMPARE(leidas->rowCount(), textos.size());
+        for (int f = 0; f < leidas->rowCount(); ++f)
+            QVERIFY2(leidas->text(f, 0) == textos[f], qPrintable(textos[f].left(20)));
+        conexion->execute(u"UPDATE [Cosas] SET memo = ? WHERE id = 1"_s, {textos.last()});
+        QCOMPARE(conexion->query(u"SELECT memo FROM [Cosas] WHERE id = 1"_s)->text(0, 0), textos.last());
+    }
+
     /// A station starts on the server: checked, upgraded, ready; the second start adds nothing and says nothing.
     void stationStarts()
     {

@@ -134,6 +134,14 @@ bool tellsLost(const Diagnostics &diagnostics)
     });
 }
 
+bool tellsAnswer(const Diagnostics &diagnostics)
+{
+    // The driver's own are 0, those of its library 20000 and on, those of the network 10000 and on.
+    return std::any_of(diagnostics.begin(), diagnostics.end(), [](const Diagnostic &d) {
+        return d.number > 50 && (d.number < 10000 || d.number > 11999) && (d.number < 20000 || d.number > 20999);
+    });
+}
+
 bool tellsNothing(const Diagnostics &diagnostics)
 {
     // A wait that ran out is explained, but leaves it open whether anybody is there.

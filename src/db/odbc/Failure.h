@@ -24,6 +24,8 @@ enum class During { Opening, Statement };
 
 /// Whether the records say by themselves that the server is gone.
 [[nodiscard]] bool tellsLost(const Diagnostics &diagnostics);
+/// Whether the server itself has answered with them, be it a refusal.
+[[nodiscard]] bool tellsAnswer(const Diagnostics &diagnostics);
 /// Whether they explain nothing: the server may be gone, which only a question to it tells.
 [[nodiscard]] bool tellsNothing(const Diagnostics &diagnostics);
 

@@ -8,10 +8,21 @@ const Flavour &sqlServer()
     // come whole; a failed statement undoes itself (XACT_ABORT OFF), as in the embedded engine.
     static const Flavour flavour{
         .options
-        = QStringLiteral("SET LANGUAGE us_english; SET QUOTED_IDENTIFIER ON; SET ANSI_NULLS ON; SET ANSI_WARNINGS ON; "
-                         "SET ANSI_PADDING ON; SET ARITHABORT ON; SET CONCAT_NULL_YIELDS_NULL ON; SET NOCOUNT OFF; "
-                         "SET XACT_ABORT OFF; SET IMPLICIT_TRANSACTIONS OFF; SET TEXTSIZE 2147483647; "
-                         "SET TRANSACTION ISOLATION LEVEL READ COMMITTED"),
+        = {QStringLiteral("SET LANGUAGE us_english"),
+           QStringLiteral("SET DATEFORMAT mdy"),
+           QStringLiteral("SET QUOTED_IDENTIFIER ON"),
+           QStringLiteral("SET ANSI_NULLS ON"),
+           QStringLiteral("SET ANSI_WARNINGS ON"),
+           QStringLiteral("SET ANSI_PADDING ON"),
+           QStringLiteral("SET ANSI_NULL_DFLT_ON ON"),
+           QStringLiteral("SET ARITHABORT ON"),
+           QStringLiteral("SET CONCAT_NULL_YIELDS_NULL ON"),
+           QStringLiteral("SET NOCOUNT OFF"),
+           QStringLiteral("SET XACT_ABORT OFF"),
+           QStringLiteral("SET IMPLICIT_TRANSACTIONS OFF"),
+           QStringLiteral("SET ROWCOUNT 0"),
+           QStringLiteral("SET TEXTSIZE 2147483647"),
+           QStringLiteral("SET TRANSACTION ISOLATION LEVEL READ COMMITTED")},
         .waits = QStringLiteral("SET LOCK_TIMEOUT %1"),
         // The rules read, judge and then write (the limit of extra appointments, the next number of a patient): two
         // stations must not both read before either has written. The embedded engine lets one transaction write at a
@@ -42,7 +53,7 @@ const Flavour &sqlServer()
 const Flavour &postgres()
 {
     static const Flavour flavour{
-        .options = QStringLiteral("SET standard_conforming_strings = on"),
+        .options = {QStringLiteral("SET standard_conforming_strings = on")},
         .waits = QStringLiteral("SET lock_timeout = %1"),
         .begin = QStringLiteral("BEGIN; SET LOCAL lock_timeout = %1; SELECT 0 FROM pg_advisory_xact_lock(1)"),
         .rollback = QStringLiteral("ROLLBACK"),

@@ -1,13 +1,14 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace db::odbc {
 
 /// The few texts in which the servers differ that this engine talks to. SQL Server is the one; the other serves to try
 /// the plumbing against a real server where there is no SQL Server.
 struct Flavour {
-    QString options; ///< run on opening
+    QStringList options; ///< set on opening; a server that does not know one does without
     QString waits; ///< %1 milliseconds that a statement waits for another's lock
     QString begin; ///< begins a transaction that alone may write; %1 milliseconds that it waits for its turn
     QString rollback; ///< harmless where none is open

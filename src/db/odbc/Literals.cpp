@@ -5,6 +5,7 @@
 
 #include <QTime>
 
+#include <algorithm>
 #include <cmath>
 
 namespace db::odbc {
@@ -42,25 +43,34 @@ QString quoted(const QString &text, const Flavour &flavour)
     return flavour.textPrefix + u'\'' + QString(text).replace(u'\'', QLatin1String("''")) + u'\'';
 }
 
+/// The server takes a backslash that ends a line out of a text, together with the line's end: something has to stand
+/// between the two on the way, and go again on the other side. A sign more of it than the text has in a row is found
+/// nowhere else; compared by its code, as every other comparison takes some signs for others, or for none. One REPLACE
+/// whatever the text: joined pieces would be an expression as deep as they are many, which the server refuses.
 QString textLiteral(const QString &text, const Flavour &flavour)
 {
     const auto joins = [&text](qsizetype at) {
         return text[at] == u'\\' && at + 1 < text.size() && (text[at + 1] == u'\n' || text[at + 1] == u'\r');
     };
-    QStringList parts;
-    qsizetype from = 0;
-    if (flavour.backslashJoinsLines)
-        for (qsizetype i = 0; i < text.size(); ++i)
-            if (joins(i)) {
-                parts << quoted(text.mid(from, i + 1 - from), flavour);
-                from = i + 1;
-            }
-    parts << quoted(text.mid(from), flavour);
-    if (parts.size() == 1)
-        return parts.first();
-    // Short texts joined end at 4000 characters unless one of them is of the long type.
-    const QString first = parts.takeFirst();
-    return QStringLiteral("(CAST(%1 AS nvarchar(max)) + %2)").arg(first, parts.join(QLatin1String(" + ")));
+    bool any = false;
+    qsizetype run = 0, longest = 0;
+    for (qsizetype i = 0; flavour.backslashJoinsLines && i < text.size(); ++i) {
+        any |= joins(i);
+        run = text[i] == u'|' ? run + 1 : 0;
+        longest = std::max(longest, run);
+    }
+    if (!any)
+        return quoted(text, flavour);
+    const QString mark(longest + 1, u'|');
+    QString apart;
+    apart.reserve(text.size() + text.size() / 2);
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        apart += text[i];
+        if (joins(i))
+            apart += mark;
+    }
+    return QStringLiteral("REPLACE(%1 COLLATE Latin1_General_BIN2,%2,%3)")
+        .arg(quoted(apart, flavour), quoted(mark, flavour), quoted({}, flavour));
 }
 
 QString momentLiteral(const QDateTime &moment, const Flavour &flavour)

@@ -7,6 +7,7 @@
 #include "db/odbc/Literals.h"
 #include "db/odbc/SingleTable.h"
 #include "db/odbc/Statement.h"
+#include "db/odbc/Watched.h"
 
 #include <algorithm>
 
@@ -18,8 +19,10 @@ using namespace odbc;
 
 constexpr int busyMilliseconds = 10000;
 constexpr int openingSeconds = 6;
-constexpr int statementSeconds = 30;
-constexpr int definitionSeconds = 1800; // an index over a million rows, a column filled in all of them
+// How long the driver lets a server work that is there; one that hangs is given up long before (Watch).
+constexpr int readingSeconds = 120; // a search through everything
+constexpr int changingSeconds = 600; // a column filled in a million rows
+constexpr int definitionSeconds = 3600; // an index over them
 constexpr int probeSeconds = 3;
 constexpr size_t batchRows = 500;
 constexpr qsizetype batchCharacters = 200000;
@@ -76,13 +79,14 @@ bool isAboutDriver(const Diagnostics &diagnostics)
 
 } // namespace
 
-struct OdbcEngine::Session {
-    explicit Session(const Target &target)
+/// The handles of a connection; they go with the last one that uses them, which may be a statement that was given up.
+struct OdbcEngine::Link {
+    Link(const Target &target, int seconds)
         : environment(SQL_HANDLE_ENV, 0, SQL_NULL_HANDLE)
     {
         environment.check(SQLSetEnvAttr(environment.get(), SQL_ATTR_ODBC_VERSION, SQLPOINTER(SQL_OV_ODBC3), 0));
         connection = Handle(SQL_HANDLE_DBC, SQL_HANDLE_ENV, environment.get());
-        SQLSetConnectAttr(connection.get(), SQL_ATTR_LOGIN_TIMEOUT, SQLPOINTER(quintptr(openingSeconds)), 0);
+        SQLSetConnectAttr(connection.get(), SQL_ATTR_LOGIN_TIMEOUT, SQLPOINTER(quintptr(seconds)), 0);
         connection.check(SQLDriverConnectW(
             connection.get(),
             nullptr,
@@ -93,25 +97,82 @@ struct OdbcEngine::Session {
             nullptr,
             SQL_DRIVER_NOPROMPT));
         connected = true;
+    }
+    ~Link()
+    {
+        if (connected)
+            SQLDisconnect(connection.get());
+    }
+    Link(const Link &) = delete;
+    Link &operator=(const Link &) = delete;
+
+    /// Whether somebody there answers, to another connection than the one that waits. A refusal is an answer too.
+    [[nodiscard]] static bool answers(const Target &target)
+    {
+        const auto ask = [target] {
+            try {
+                const Link other(target, probeSeconds);
+                return true;
+            } catch (const Failed &failed) {
+                return tellsAnswer(failed.diagnostics);
+            }
+        };
+        // The driver keeps to its limit, unless it was told to do one thing after the other.
+        const Watch watch{std::chrono::seconds(2 * probeSeconds), {}, 1};
+        return untilSilent<bool>(
+                   ask, [] { return false; }, watch)
+            .value_or(false);
+    }
+
+    Handle environment;
+    Handle connection;
+    bool connected = false;
+};
+
+struct OdbcEngine::Session {
+    Session(const Target &target, const Watch &whileWaiting)
+        : link(std::make_shared<Link>(target, openingSeconds))
+        , answers([target] { return Link::answers(target); })
+        , watch(whileWaiting)
+    {
+        const Handle &connection = link->connection;
         SQLWCHAR name[64] = {};
         SQLSMALLINT bytes = 0;
         connection.check(SQLGetInfoW(connection.get(), SQL_DBMS_NAME, name, sizeof name, &bytes));
         if (QString::fromUtf16(reinterpret_cast<const char16_t *>(name)).startsWith(QLatin1String("PostgreSQL")))
             flavour = &postgres();
-        (void)run(flavour->options, {}, statementSeconds);
+        setOptions();
         findManner(target.passing);
     }
-    ~Session()
-    {
-        if (connected)
-            SQLDisconnect(connection.get());
-    }
-    Session(const Session &) = delete;
-    Session &operator=(const Session &) = delete;
 
     [[nodiscard]] Outcome run(const QString &sql, const Params &params, int seconds) const
     {
-        return Statement(connection, *flavour, manner, seconds).run(sql, params);
+        const auto work = [link = link, flavour = flavour, manner = manner, sql, params, seconds] {
+            return Statement(link->connection, *flavour, manner, seconds).run(sql, params);
+        };
+        std::optional<Outcome> outcome = untilSilent<Outcome>(work, answers, watch);
+        if (!outcome)
+            throw Failed{{{QStringLiteral("08S01"), 0, {}}}};
+        return std::move(*outcome);
+    }
+
+    /// All in one journey, or one by one where one of them is refused: a server that does not know it keeps its own.
+    void setOptions() const
+    {
+        try {
+            (void)run(flavour->options.join(QLatin1String("; ")), {}, readingSeconds);
+        } catch (const Failed &all) {
+            if (tellsLost(all.diagnostics))
+                throw;
+            for (const QString &option : flavour->options) {
+                try {
+                    (void)run(option, {}, readingSeconds);
+                } catch (const Failed &failed) {
+                    if (tellsLost(failed.diagnostics))
+                        throw;
+                }
+            }
+        }
     }
 
     /// The way of passing and reading texts in which none is lost between this driver and this server: tried with what
@@ -158,7 +219,7 @@ struct OdbcEngine::Session {
     [[nodiscard]] bool alive() const
     {
         SQLUINTEGER dead = SQL_CD_FALSE;
-        if (SQL_SUCCEEDED(SQLGetConnectAttrW(connection.get(), SQL_ATTR_CONNECTION_DEAD, &dead, 0, nullptr))
+        if (SQL_SUCCEEDED(SQLGetConnectAttrW(link->connection.get(), SQL_ATTR_CONNECTION_DEAD, &dead, 0, nullptr))
             && dead == SQL_CD_TRUE)
             return false;
         try {
@@ -173,16 +234,17 @@ struct OdbcEngine::Session {
         }
     }
 
-    Handle environment;
-    Handle connection;
-    bool connected = false;
+    std::shared_ptr<const Link> link;
+    std::function<bool()> answers;
+    Watch watch;
     const Flavour *flavour = &sqlServer();
     Manner manner;
     int wait = -1; ///< the server's own so far
 };
 
-OdbcEngine::OdbcEngine(Target target)
+OdbcEngine::OdbcEngine(Target target, Watch watch)
     : m_target(std::move(target))
+    , m_watch(watch)
 {
     connect();
 }
@@ -191,19 +253,19 @@ OdbcEngine::~OdbcEngine() = default;
 
 bool OdbcEngine::available() { return bestDriver().has_value(); }
 
-std::unique_ptr<Engine> OdbcEngine::open(const ConnectionString &text)
+std::unique_ptr<Engine> OdbcEngine::open(const ConnectionString &text, Watch watch)
 {
     const std::optional<Driver> driver = bestDriver();
     if (!driver)
         throw Error(Error::Kind::CannotOpen, 0, missingDriverText());
-    return std::make_unique<OdbcEngine>(targetOf(text, *driver));
+    return std::make_unique<OdbcEngine>(targetOf(text, *driver), watch);
 }
 
 void OdbcEngine::connect()
 {
     try {
         m_columns.clear();
-        m_session = std::make_unique<Session>(m_target);
+        m_session = std::make_unique<Session>(m_target, m_watch);
         m_used.start();
     } catch (const Failed &failed) {
         if (isAboutDriver(failed.diagnostics))
@@ -231,7 +293,7 @@ OdbcEngine::Session &OdbcEngine::ready()
     return *m_session;
 }
 
-int OdbcEngine::patience() const { return m_wait > 0 ? probeSeconds : statementSeconds; }
+int OdbcEngine::patience(int seconds) const { return m_wait > 0 ? probeSeconds : seconds; }
 
 void OdbcEngine::applyWait(Session &session)
 {
@@ -292,7 +354,7 @@ void OdbcEngine::fail(const Failed &failed, Action action)
 Rows OdbcEngine::query(const QString &sql, const Params &params)
 {
     return guarded(Action::Reading, [&](Session &session) {
-        Outcome outcome = session.run(sql, params, patience());
+        Outcome outcome = session.run(sql, params, patience(readingSeconds));
         if (outcome.results.empty())
             throw Error(Error::Kind::Syntax, 0, QStringLiteral("La sentencia no es una consulta."));
         return std::move(outcome.results.front());
@@ -316,7 +378,9 @@ int OdbcEngine::execute(const QString &sql, const Params &params)
         const bool asks = verb == u"INSERT" && !session.flavour->insertedSuffix.isEmpty();
         // The number has to be asked for in the same batch: another one is another scope, where it is not known.
         const Outcome outcome = session.run(
-            asks ? sql + session.flavour->insertedSuffix : sql, params, definition ? definitionSeconds : patience());
+            asks ? sql + session.flavour->insertedSuffix : sql,
+            params,
+            definition ? definitionSeconds : patience(changingSeconds));
         if (asks)
             m_insertedId = outcome.results.empty() ? 0 : outcome.results.back()->integer(0, 0);
         checkStored(sql, outcome.changed, 1);
@@ -367,7 +431,7 @@ qint64 OdbcEngine::insertedId()
     if (!m_session || m_session->flavour->insertedQuery.isEmpty())
         return m_insertedId;
     return guarded(Action::Reading, [](Session &session) {
-        return session.run(session.flavour->insertedQuery, {}, statementSeconds).results.at(0)->integer(0, 0);
+        return session.run(session.flavour->insertedQuery, {}, readingSeconds).results.at(0)->integer(0, 0);
     });
 }
 
@@ -375,9 +439,10 @@ void OdbcEngine::begin()
 {
     guarded(Action::Reading, [&](Session &session) {
         const int wait = m_wait > 0 ? m_wait : busyMilliseconds;
-        const Outcome outcome = session.run(session.flavour->begin.arg(wait), {}, wait / 1000 + patience());
+        const Outcome outcome
+            = session.run(session.flavour->begin.arg(wait), {}, wait / 1000 + patience(readingSeconds));
         if (outcome.results.empty() || outcome.results.back()->integer(0, 0) < 0) {
-            (void)session.run(session.flavour->rollback, {}, statementSeconds);
+            (void)session.run(session.flavour->rollback, {}, changingSeconds);
             throw Error(
                 Error::Kind::Busy,
                 0,
@@ -390,7 +455,7 @@ void OdbcEngine::begin()
 void OdbcEngine::commit()
 {
     guarded(Action::Committing, [&](Session &session) {
-        (void)session.run(QStringLiteral("COMMIT"), {}, statementSeconds);
+        (void)session.run(QStringLiteral("COMMIT"), {}, changingSeconds);
     });
     m_transaction = InTransaction::No;
 }
@@ -401,7 +466,7 @@ void OdbcEngine::rollback()
     if (!m_session)
         return;
     try {
-        (void)m_session->run(m_session->flavour->rollback, {}, statementSeconds);
+        (void)m_session->run(m_session->flavour->rollback, {}, changingSeconds);
     } catch (const Failed &) {
         // Without its connection the server undoes it; nothing may go on inside it.
         m_session.reset();
@@ -413,7 +478,7 @@ QString OdbcEngine::singleTable(const QString &sql) { return odbc::singleTable(s
 QStringList OdbcEngine::tableNames()
 {
     const Rows rows = guarded(Action::Reading, [&](Session &session) {
-        return session.run(session.flavour->tables, {}, statementSeconds).results.at(0);
+        return session.run(session.flavour->tables, {}, readingSeconds).results.at(0);
     });
     QStringList names;
     for (int r = 0; r < rows->rowCount(); ++r)
@@ -426,7 +491,7 @@ QVector<Column> OdbcEngine::columns(const QString &table)
     if (const auto known = m_columns.constFind(table); known != m_columns.constEnd())
         return *known;
     const Rows rows = guarded(Action::Reading, [&](Session &session) {
-        return session.run(session.flavour->columns, {table}, statementSeconds).results.at(0);
+        return session.run(session.flavour->columns, {table}, readingSeconds).results.at(0);
     });
     const QVector<Column> columns = columnsOf(*rows);
     if (!columns.isEmpty())

@@ -2,6 +2,7 @@
 
 #include "db/Engine.h"
 #include "db/odbc/Target.h"
+#include "db/odbc/Watched.h"
 
 #include <QElapsedTimer>
 #include <QHash>
@@ -15,16 +16,16 @@ struct Failed;
 /// The server's engine, over the ODBC C interface. One connection; every result is read whole before the next
 /// statement, so that any number of them can be open at once.
 ///
-/// When the server goes away, the statement that meets it throws Error::Kind::Lost, once; the next one outside a
-/// transaction connects again by itself. A transaction that was cut is never continued on another connection: all that
-/// follows in it throws until it is rolled back, and nothing of it was stored.
+/// When the server goes away, or hangs, the statement that meets it throws Error::Kind::Lost, once; the next one
+/// outside a transaction connects again by itself. A transaction that was cut is never continued on another connection:
+/// all that follows in it throws until it is rolled back, and nothing of it was stored.
 class OdbcEngine final : public Engine
 {
 public:
     /// Throws db::Error (CannotOpen).
-    explicit OdbcEngine(odbc::Target target);
+    explicit OdbcEngine(odbc::Target target, odbc::Watch watch = {});
     /// From the connection string, with the best driver that is installed.
-    static std::unique_ptr<Engine> open(const ConnectionString &text);
+    static std::unique_ptr<Engine> open(const ConnectionString &text, odbc::Watch watch = {});
     /// Whether this computer has a driver for it.
     [[nodiscard]] static bool available();
     ~OdbcEngine() override;
@@ -51,6 +52,7 @@ public:
     void setIdleCheck(int seconds) { m_idleSeconds = seconds; }
 
 private:
+    struct Link;
     struct Session;
     enum class Action { Reading, Changing, Committing };
     enum class InTransaction { No, Yes, Undone, Lost };
@@ -61,10 +63,11 @@ private:
     auto guarded(Action action, const Work &work);
     [[noreturn]] void fail(const odbc::Failed &failed, Action action);
     void applyWait(Session &session);
-    [[nodiscard]] int patience() const;
+    [[nodiscard]] int patience(int seconds) const;
     void checkStored(const QString &sql, qint64 changed, qint64 expected) const;
 
     odbc::Target m_target;
+    odbc::Watch m_watch;
     std::unique_ptr<Session> m_session; ///< none after the server went away
     InTransaction m_transaction = InTransaction::No;
     QElapsedTimer m_used;

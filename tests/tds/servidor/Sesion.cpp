@@ -7,6 +7,7 @@
 
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QThread>
 #include <QtEndian>
 
 #include <mutex>
@@ -263,6 +264,7 @@ bool Sesion::propia(Escritor &salida, const QString &sentencia, const db::Params
     static const QRegularExpression volver
         = sinCaso(QStringLiteral("^(IF\\s+@@TRANCOUNT\\s*>\\s*0\\s+)?ROLLBACK(\\s+TRAN(SACTION)?)?\\s*$"));
     static const QRegularExpression nuevoId = sinCaso(QStringLiteral("^SELECT\\s+(.*)SCOPE_IDENTITY\\(\\)[^,]*$"));
+    static const QRegularExpression esperar = sinCaso(QStringLiteral("^WAITFOR\\s+DELAY\\s+'(\\d\\d:\\d\\d:\\d\\d)'$"));
     static const QRegularExpression uno = sinCaso(QStringLiteral("^SELECT\\s+1$"));
     static const QRegularExpression variable = sinCaso(QStringLiteral("^SELECT\\s+@\\w+$"));
     static const QRegularExpression abiertas = sinCaso(QStringLiteral("^SELECT\\s+@@TRANCOUNT$"));
@@ -298,6 +300,10 @@ bool Sesion::propia(Escritor &salida, const QString &sentencia, const db::Params
         return numero(0);
     if (nuevoId.match(sentencia).hasMatch())
         return numero(m_motor->insertedId());
+    if (const auto hallado = esperar.match(sentencia); hallado.hasMatch()) {
+        QThread::msleep(quint64(QTime(0, 0).msecsTo(QTime::fromString(hallado.captured(1)))));
+        return listo(0xBE);
+    }
     if (uno.match(sentencia).hasMatch())
         return numero(1);
     if (abiertas.match(sentencia).hasMatch())
