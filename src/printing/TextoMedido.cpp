@@ -69,7 +69,7 @@ TextoMedido::TextoMedido(const QString &html, double ancho, double altoMayor, do
     QTextOption opcion;
     opcion.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     m_documento.setDefaultTextOption(opcion);
-    m_documento.setHtml(html);
+    texto::ponerHtml(m_documento, html);
     domar(m_documento, ancho, altoMayor * 0.95);
     m_documento.setTextWidth(ancho);
     if (const double salido = m_documento.size().width(); salido > ancho + 1)

@@ -2,10 +2,13 @@
 
 #include "texto/Rtf.h"
 
-#include <QImage>
+#include <QBuffer>
+#include <QImageReader>
 #include <QRegularExpression>
 #include <QTextCursor>
 #include <QUrl>
+
+#include <algorithm>
 
 namespace texto {
 
@@ -37,6 +40,28 @@ DocumentoCerrado::DocumentoCerrado(QObject *parent)
     setDefaultFont(letra());
 }
 
+void ponerHtml(QTextDocument &destino, QString html)
+{
+    // A cell "over all columns" is often said to take thousands, and each becomes a cell of the document.
+    static const QRegularExpression tramo(
+        QStringLiteral("\\b(?:col|row)span(?=\\s*=\\s*[\"']?\\s*\\d{3})"), QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression tabla(QStringLiteral("<(/?)table\\b"), QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression renglon(QStringLiteral("<tr\\b[^>]*>"), QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression deTabla(
+        QStringLiteral("</?(?:table|tbody|thead|tfoot|tr|td|th)\\b[^>]*>"), QRegularExpression::CaseInsensitiveOption);
+    html.replace(tramo, QStringLiteral("data-span"));
+    int hondura = 0, mayor = 0;
+    for (auto it = tabla.globalMatch(html); it.hasNext();) {
+        hondura += it.next().capturedLength(1) == 0 ? 1 : -1;
+        mayor = std::max(mayor, hondura);
+    }
+    // Laying them out takes twice as long with every level: twenty of them, minutes.
+    constexpr int honduraMaxima = 8;
+    if (mayor > honduraMaxima)
+        html.replace(renglon, QStringLiteral("<br>")).replace(deTabla, QStringLiteral(" "));
+    destino.setHtml(html);
+}
+
 QVariant DocumentoCerrado::loadResource(int tipo, const QUrl &nombre)
 {
     if (tipo != ImageResource || nombre.scheme() != u"data")
@@ -44,7 +69,11 @@ QVariant DocumentoCerrado::loadResource(int tipo, const QUrl &nombre)
     const QByteArray todo = nombre.path(QUrl::FullyEncoded).toLatin1();
     const qsizetype coma = todo.indexOf(',');
     const QByteArray datos = QByteArray::fromPercentEncoding(todo.mid(coma + 1));
-    const QImage imagen = QImage::fromData(todo.left(coma).endsWith(";base64") ? QByteArray::fromBase64(datos) : datos);
+    QByteArray bytes = todo.left(coma).endsWith(";base64") ? QByteArray::fromBase64(datos) : datos;
+    QBuffer lectura(&bytes);
+    QImageReader lector(&lectura);
+    // A drawing may itself name a file to be shown in it.
+    const QImage imagen = lector.format().startsWith("svg") ? QImage() : lector.read();
     return imagen.isNull() ? QVariant() : QVariant(imagen);
 }
 
@@ -54,7 +83,7 @@ void cargar(QTextDocument &destino, const QString &guardado)
     const bool deshace = destino.isUndoRedoEnabled();
     destino.setUndoRedoEnabled(false);
     switch (formatoDe(guardado)) {
-    case Formato::Html: destino.setHtml(guardado); break;
+    case Formato::Html: ponerHtml(destino, guardado); break;
     case Formato::Rtf: leerRtf(guardado, destino); break;
     case Formato::Plano: destino.setPlainText(guardado); break;
     }

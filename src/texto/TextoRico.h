@@ -30,6 +30,10 @@ protected:
     QVariant loadResource(int tipo, const QUrl &nombre) override;
 };
 
+/// QTextDocument::setHtml() for HTML from anywhere, in reasonable time: tables nested deeper than any page needs become
+/// lines, cells over hundreds of columns or rows are of one.
+void ponerHtml(QTextDocument &destino, QString html);
+
 /// Puts a stored text of any format into a document. Plain text keeps its line breaks.
 void cargar(QTextDocument &destino, const QString &guardado);
 

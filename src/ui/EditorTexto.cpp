@@ -48,7 +48,7 @@ protected:
             textCursor().insertText(datos->text());
         } else {
             texto::DocumentoCerrado pegado;
-            pegado.setHtml(datos->html());
+            texto::ponerHtml(pegado, datos->html());
             const QString html
                 = texto::htmlDe(pegado, datos->hasFormat(propio) ? texto::Conservar::Todo : texto::Conservar::Sencillo);
             textCursor().insertHtml(html);

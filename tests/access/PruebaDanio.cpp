@@ -129,7 +129,7 @@ private slots:
         };
         // Frames: length, letter, body.
         const auto saludo = "printf '\\005\\0\\0\\0S\\002\\0\\0\\0'; ";
-        const auto tabla = "printf '\\044\\0\\0\\0T\\001\\0\\0\\0a\\0\\0\\0\\0\\0\\0\\0\\0\\001\\0\\0\\0\\001\\0\\0\\0b"
+        const auto tabla = "printf '\\041\\0\\0\\0T\\001\\0\\0\\0a\\0\\0\\0\\0\\0\\0\\0\\0\\001\\0\\0\\0\\001\\0\\0\\0b"
                            "\\004\\004\\0\\0\\0\\0\\0\\0\\0\\0'; ";
         caso("dies", "kill -SEGV $$", "la lectura se cortó");
         caso("says nothing", "exit 0", "la lectura se cortó");
@@ -145,6 +145,10 @@ private slots:
             "impossible date",
             (QByteArray(saludo) + tabla + "printf '\\012\\0\\0\\0R\\007\\377\\377\\377\\377\\377\\377\\377\\177'")
                 .constData(),
+            "sentido");
+        caso(
+            "name that is none",
+            (QByteArray(saludo) + QByteArray(tabla).replace("a\\0", "\\001\\0")).constData(),
             "sentido");
         caso(
             "wide number",

@@ -700,6 +700,21 @@ private slots:
         QCOMPARE(marco->findChild<app::AreaFondo *>()->tieneFondo(), seVe);
     }
 
+    // Made as large as the window it would take gigabytes: only what is seen of it is.
+    void fondoAngosto()
+    {
+        QTemporaryDir dir;
+        QImage raya(30'000, 1, QImage::Format_RGB32);
+        raya.fill(Qt::darkGreen);
+        QVERIFY(raya.save(dir.filePath("raya"), "PNG"));
+        app::AreaFondo area;
+        area.resize(400, 300);
+        area.setFondo(dir.filePath("raya"));
+        const QImage pintada = area.grab().toImage();
+        for (const QPoint donde : {QPoint(5, 5), QPoint(200, 150), QPoint(390, 290)})
+            QCOMPARE(pintada.pixelColor(donde), QColor(Qt::darkGreen));
+    }
+
     void configuracionNueva()
     {
         preparar();

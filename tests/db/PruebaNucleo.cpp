@@ -3,6 +3,7 @@
 #include "db/ListaDoctores.h"
 #include "db/Recordset.h"
 #include "db/Verificacion.h"
+#include "db/engine/EmbeddedEngine.h"
 #include "support/BaseDePrueba.h"
 #include "support/Prueba.h"
 
@@ -112,6 +113,20 @@ private slots:
     }
 
     /// On a server the count of the probe is not tested, in a file it is.
+    // More statements than the engine keeps prepared, run while another one is being read.
+    void statementsWithinAReading()
+    {
+        soporte::BaseDePrueba base;
+        auto &engine = dynamic_cast<db::EmbeddedEngine &>(base.conexion().engine());
+        int read = 0;
+        engine.walkNative("SELECT 1 UNION ALL SELECT 2 UNION ALL SELECT 3", {}, [&](sqlite3_stmt *) {
+            for (int i = 0; i < 300; ++i)
+                (void)engine.queryNative("SELECT " + QByteArray::number(read * 300 + i), {});
+            ++read;
+        });
+        QCOMPARE(read, 3);
+    }
+
     void probe_data() { soporte::filasDeDialecto(); }
     void probe()
     {

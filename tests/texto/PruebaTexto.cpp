@@ -80,6 +80,42 @@ private slots:
             QVERIFY(llena.contains(u"<b>O'Higgins &lt;b&gt;</b>"_s));
     }
 
+    // What pages on the network are made of must not stop the program when it is pasted or laid out.
+    void htmlDesmedido_data()
+    {
+        QTest::addColumn<QString>("html");
+        QTest::newRow("nested tables") << u"<p>a"_s + u"<table><tr><td>"_s.repeated(40) + u"b"_s;
+        QTest::newRow("a cell over all columns")
+            << u"<table><tr><td colspan=\"1000\">a</td></tr>"_s + u"<tr><td rowspan=900>b</td></tr>"_s.repeated(30);
+    }
+    void htmlDesmedido()
+    {
+        QFETCH(QString, html);
+        texto::DocumentoCerrado documento;
+        texto::ponerHtml(documento, html);
+        QVERIFY(documento.size().height() > 0);
+        QVERIFY2(documento.characterCount() < 150, qPrintable(QString::number(documento.characterCount())));
+        const QString plano = documento.toPlainText();
+        QVERIFY(plano.contains(u'a') && plano.contains(u'b'));
+    }
+
+    void imagenesSoloDelTexto_data()
+    {
+        QTest::addColumn<QByteArray>("datos");
+        QTest::addColumn<bool>("seVe");
+        QTest::newRow("dots") << "P3 1 1 255 255 0 0"_ba << true;
+        QTest::newRow("drawing, which may name files")
+            << "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>"_ba << false;
+        QTest::newRow("neither") << "hola"_ba << false;
+    }
+    void imagenesSoloDelTexto()
+    {
+        QFETCH(QByteArray, datos);
+        texto::DocumentoCerrado documento;
+        const QUrl url(u"data:image/x;base64,"_s + QString::fromLatin1(datos.toBase64()));
+        QTEST(!documento.resource(QTextDocument::ImageResource, url).isNull(), "seVe");
+    }
+
     void leeRtf()
     {
         const QString rtf

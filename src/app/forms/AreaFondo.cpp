@@ -37,13 +37,14 @@ void AreaFondo::paintEvent(QPaintEvent *event)
     QMdiArea::paintEvent(event);
     if (m_fondo.isNull())
         return;
+    // What is seen of it alone is made larger: a long thin picture as wide as the window would be gigabytes high.
     const QRect lugar = viewport()->rect();
-    const QSize tamano = m_fondo.size().scaled(lugar.size(), Qt::KeepAspectRatioByExpanding);
-    if (m_ajustado.size() != tamano)
-        m_ajustado = m_fondo.scaled(tamano, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    QRect centrada(QPoint(0, 0), tamano);
-    centrada.moveCenter(lugar.center());
-    QPainter(viewport()).drawPixmap(centrada.topLeft(), m_ajustado);
+    if (m_ajustado.size() != lugar.size()) {
+        QRect vista(QPoint(0, 0), lugar.size().scaled(m_fondo.size(), Qt::KeepAspectRatio).expandedTo({1, 1}));
+        vista.moveCenter(m_fondo.rect().center());
+        m_ajustado = m_fondo.copy(vista).scaled(lugar.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    }
+    QPainter(viewport()).drawPixmap(lugar.topLeft(), m_ajustado);
 }
 
 void AreaFondo::resizeEvent(QResizeEvent *event)

@@ -4,6 +4,7 @@
 
 #include <QtEndian>
 
+#include <algorithm>
 #include <cstring>
 
 namespace db::access {
@@ -51,6 +52,14 @@ public:
     }
     QByteArray datos() { return bytes(numero<quint32>()).toByteArray(); }
     QString texto() { return QString::fromUtf8(bytes(numero<quint32>())); }
+    /// Of a table or column: neither empty nor with characters that no name has.
+    QString nombre()
+    {
+        const QString leido = texto();
+        if (leido.isEmpty() || std::any_of(leido.cbegin(), leido.cend(), [](QChar c) { return c < u' '; }))
+            throw incomprensible();
+        return leido;
+    }
     /// How many of something follow.
     int cantidad(quint32 maxima)
     {
@@ -130,7 +139,7 @@ void Tramos::tabla(Lectura &lectura)
 {
     const auto antes = m_nombres.size();
     m_tabla = {};
-    m_tabla.nombre = lectura.texto();
+    m_tabla.nombre = lectura.nombre();
     m_nombres << m_tabla.nombre.toCaseFolded();
     if (m_nombres.size() > int(protocolo::tablasMaximas) || m_nombres.size() == antes)
         throw incomprensible();
@@ -139,11 +148,11 @@ void Tramos::tabla(Lectura &lectura)
     const int columnas = lectura.cantidad(protocolo::columnasMaximas);
     for (int c = 0; c < columnas; ++c) {
         ColumnaVieja columna;
-        columna.nombre = lectura.texto();
+        columna.nombre = lectura.nombre();
         columna.tipo = jet::Tipo(lectura.numero<quint8>());
         columna.tamano = lectura.cantidad(0xFFFF);
         columna.autonumerica = lectura.numero<quint8>() != 0;
-        if (columna.nombre.isEmpty() || m_tabla.columna(columna.nombre) >= 0)
+        if (m_tabla.columna(columna.nombre) >= 0)
             throw incomprensible();
         m_tabla.columnas << columna;
     }
@@ -159,7 +168,7 @@ void Tramos::tabla(Lectura &lectura)
         }
         m_tabla.indices << indice;
     }
-    if (m_tabla.nombre.isEmpty() || columnas == 0)
+    if (columnas == 0)
         throw incomprensible();
     m_enTabla = true;
     m_filas = 0;

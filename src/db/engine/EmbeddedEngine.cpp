@@ -162,7 +162,12 @@ sqlite3_stmt *EmbeddedEngine::prepare(const QByteArray &sql)
     m_statements.push_front({sql, statement});
     m_byText.insert(sql, m_statements.begin());
     if (m_statements.size() > cachedStatements) {
-        const auto last = std::prev(m_statements.end());
+        // One that is still being read, with others run in between, is spared.
+        auto last = std::prev(m_statements.end());
+        while (last != m_statements.begin() && sqlite3_stmt_busy(last->statement))
+            --last;
+        if (last == m_statements.begin())
+            return statement;
         sqlite3_finalize(last->statement);
         if (const auto entry = m_byText.constFind(last->text); entry != m_byText.constEnd() && *entry == last)
             m_byText.erase(entry);
