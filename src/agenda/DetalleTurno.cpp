@@ -3,6 +3,7 @@
 #include "agenda/Textos.h"
 #include "base/Fechas.h"
 #include "db/Recordset.h"
+#include "patients/ResumenPaciente.h"
 
 namespace agenda {
 
@@ -36,13 +37,15 @@ QStringList detalleTurno(db::Connection &conexion, qint64 id)
     QStringList lineas;
     const db::Recordset paciente(
         conexion,
-        QStringLiteral("SELECT Apellido,Nombres,idcobertura,NroOS,ultimacons FROM [Pacientes] WHERE NroHC = ?"),
+        QStringLiteral(
+            "SELECT NroHC,numehistoria,Apellido,Nombres,idcobertura,NroOS,ultimacons FROM [Pacientes] WHERE NroHC = ?"),
         {turno.integer(u"NroHC")});
     if (paciente.isEmpty()) {
         lineas << QStringLiteral("Paciente: ") + textoPacienteEliminado;
     } else {
         lineas << QStringLiteral("Paciente: ") + paciente.text(u"Apellido") + QStringLiteral(", ")
-                + paciente.text(u"Nombres");
+                + paciente.text(u"Nombres") + QStringLiteral("      ") + patients::etiquetaIdentificador(conexion)
+                + patients::identificadorDe(conexion, paciente);
         lineas << QStringLiteral("Cobertura Médica: ") + cobertura(conexion, paciente);
         lineas << QStringLiteral("Nº Afiliado: ") + paciente.text(u"NroOS");
         lineas << QStringLiteral("Ultima Consulta: ") + base::fechaTexto(paciente.date(u"ultimacons"));

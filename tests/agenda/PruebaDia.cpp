@@ -92,11 +92,16 @@ private slots:
         QCOMPARE(
             detalleTurno(base.conexion(), primero),
             QStringList(
-                {"Paciente: O'Higgins, Ana",
+                {"Paciente: O'Higgins, Ana      Nº ID: 7",
                  "Cobertura Médica: Mutual del Sur",
                  "Nº Afiliado: 88/1",
                  "Ultima Consulta: ",
                  "Turno dado el día: 02/11/2026 a las 08:05 por el usuario: Marta"}));
+        base.configurar("nuidhc", true);
+        base.conexion().execute("UPDATE [Pacientes] SET numehistoria = 'HC-7' WHERE NroHC = 7");
+        QCOMPARE(
+            detalleTurno(base.conexion(), primero).constFirst(),
+            QString("Paciente: O'Higgins, Ana      Nº Historia Clínica: HC-7"));
     }
 
     void sin_plantilla_no_pierde_turnos_data() { soporte::filasDeDialecto(); }

@@ -64,7 +64,12 @@ bool agendamodifturno::preparar(const ui::Pedido &pedido)
     observacionestur->setPlainText(m_guardado.observacionestur);
     m_guardado.observacionestur = observacionestur->toPlainText();
     mostrarAviso();
-    fechadia->setFocus();
+    if (propuesta == m_guardado.fecha) {
+        fechadia->setFocus();
+    } else {
+        hora->setFocus();
+        hora->selectAll();
+    }
     return true;
 }
 

@@ -99,6 +99,7 @@ QString agendas::ayuda() const
         " F9 cambiar, Supr eliminar. Ctrl+Izquierda y Ctrl+Derecha cambian el día, Ctrl+Inicio vuelve a hoy,"
         " Ctrl+Abajo va al horario libre siguiente, F3 muestra los próximos días con lugar.\n\n"
         "PASAR UN TURNO: Ctrl+X lo corta y Ctrl+V lo pega en el horario elegido, también de otro día; Esc lo cancela."
+        " En un día sin horarios, Ctrl+V pregunta la hora."
         " También se arrastra con el mouse a otro horario, o a un día del calendario.\n\n"
         "COLORES: Verde, ya atendido. Gris, horario libre que ya pasó. Naranja, horario con sobreturnos, cuando la"
         " plantilla pide resaltarlos. Celeste, el turno cortado.\n\n"
@@ -270,7 +271,7 @@ void agendas::mostrarDetalle()
             renglones << linea;
     }
     if (!renglones.isEmpty() && !fila->telefono.isEmpty())
-        renglones.first() += QStringLiteral("      ") + fila->telefono.trimmed();
+        renglones.insert(1, fila->telefono.trimmed());
     if (fila && fila->clase == FilaDia::Clase::Turno && !fila->observaciones.trimmed().isEmpty())
         renglones << tr("Observaciones: ") + fila->observaciones.simplified();
     detalle->setText(renglones.join(u'\n'));

@@ -19,6 +19,7 @@ namespace agenda {
 
 class CalendarioMes;
 class GrillaTurnos;
+struct TurnoGuardado;
 
 /// "Agenda de Turnos": one professional's day with its appointments and what is done with them. Facts understood when
 /// it is opened: "doctor" (`id`), "fecha" (QDate) and "hora" ("hh:mm", the row to choose); or "id" of an appointment,
@@ -148,6 +149,8 @@ private:
 
     // agendasMover.cpp
     void conectarMover();
+    /// An appointment as stored; says when another station deleted it, and loads the day.
+    [[nodiscard]] std::optional<TurnoGuardado> leerOAvisar(qint64 id);
     void cortar(qint64 id);
     void pegar();
     /// Where the day has no row to paste on: the person says the hour.

@@ -42,16 +42,23 @@ void agendas::conectarMover()
     connect(menupegar, &QAction::triggered, this, [this] { intentar([this] { pegar(); }); });
 }
 
+std::optional<TurnoGuardado> agendas::leerOAvisar(qint64 id)
+{
+    auto turno = leerTurnoGuardado(conexion(), id);
+    if (!turno) {
+        aceptado(registroEliminado());
+        recargar();
+    }
+    return turno;
+}
+
 void agendas::cortar(qint64 id)
 {
     if (!aceptado(db::controlarDerecho(entorno(), derechoCambios)))
         return;
-    const auto turno = leerTurnoGuardado(conexion(), id);
-    if (!turno) {
-        aceptado(registroEliminado());
-        recargar();
+    const auto turno = leerOAvisar(id);
+    if (!turno)
         return;
-    }
     m_corte = Corte{turno->id, turno->doctor, turno->titulo()};
     avisocorte->setText(
         tr("Turno cortado:  %1.  Elija el nuevo horario y presione Ctrl+V; Esc lo cancela.").arg(m_corte->titulo));
@@ -122,12 +129,9 @@ void agendas::soltarEn(qint64 id, qint64 clave)
     const FilaDia *destino = filaDe(clave);
     if (!destino || destino->id == id)
         return;
-    const auto turno = leerTurnoGuardado(conexion(), id);
-    if (!turno) {
-        aceptado(registroEliminado());
-        recargar();
+    const auto turno = leerOAvisar(id);
+    if (!turno)
         return;
-    }
     const QDateTime momento = m_dia.momento(*destino);
     if (!aceptado(controlarDestino(turno->doctor, destino)) || turno->fecha == momento)
         return;

@@ -54,10 +54,10 @@ void agendas::construir()
     lista = new GrillaTurnos(
         QStringLiteral("lista"),
         // At 1280 pixels arrival and attendance are seen without scrolling, also with a wide letter.
-        QStringLiteral("|^Hora|<Paciente                  |<Cobertura|<Teléfonos           |<Motivo "
-                       "|>Caja $ |>Saldo $|^Llegó|^Atend.|<Observaciones"),
+        QStringLiteral("|^Hora|<Paciente                 |<Cobertura|<Teléfonos           |<Motivo "
+                       "|>Caja $  |>Saldo $  |^Llegó|^Atend.|<Observaciones"),
         this);
-    lista->setElasticas({{1, 3}, {2, 3}, {3, 3}, {4, 3}, {9, 4}});
+    lista->setElasticas({{1, 2}, {2, 3}, {3, 4}, {4, 3}, {9, 4}});
     lista->setAcceptDrops(true);
     lista->viewport()->setAcceptDrops(true);
     derecha->addWidget(lista, 1);

@@ -1,6 +1,8 @@
 #include "patients/forms/FormularioAmplio.h"
 
 #include "db/Connection.h"
+#include "patients/Ficha.h"
+#include "patients/forms/OpcionCobertura.h"
 #include "ui/CampoFecha.h"
 #include "ui/Estilo.h"
 #include "ui/ListaCombo.h"
@@ -9,7 +11,6 @@
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QRadioButton>
 #include <QVBoxLayout>
 
 namespace patients {
@@ -19,17 +20,13 @@ namespace campo = ui::campo;
 FormularioAmplio::FormularioAmplio(QWidget *parent)
     : QWidget(parent)
     , m_campos(this)
-    , m_con(new QRadioButton(tr("Co&n cobertura"), this))
-    , m_sin(new QRadioButton(tr("&Sin cobertura"), this))
+    , m_cobertura(new OpcionCobertura(this))
 {
-    m_con->setObjectName(QStringLiteral("concobertura"));
-    m_sin->setObjectName(QStringLiteral("sincobertura"));
-
     QWidget *identidad = m_campos.grupo(
         tr("Paciente"),
         {campo::texto(QStringLiteral("Apellido"), tr("&Apellido:")).llamado(QStringLiteral("apellido")),
          campo::texto(QStringLiteral("apellido2"), tr("Segundo apellido:")),
-         campo::texto(QStringLiteral("Nombres"), tr("N&ombres:")).llamado(QStringLiteral("nombres")),
+         campo::texto(QStringLiteral("Nombres"), tr("&Nombres:")).llamado(QStringLiteral("nombres")),
          campo::eleccion(QStringLiteral("sexo"), tr("Se&xo:"), {{tr("Femenino"), 0}, {tr("Masculino"), 1}}),
          campo::fecha(QStringLiteral("FeNac"), tr("&Fecha de nacimiento:")).llamado(QStringLiteral("fecnac")),
          campo::texto(QStringLiteral("DNI"), tr("&Doc. Identidad:")).llamado(QStringLiteral("dni")).con(16),
@@ -54,8 +51,7 @@ FormularioAmplio::FormularioAmplio(QWidget *parent)
 
     auto *cobertura = new QGroupBox(tr("Cobertura"), this);
     auto *opciones = new QHBoxLayout;
-    opciones->addWidget(m_con);
-    opciones->addWidget(m_sin);
+    opciones->addWidget(m_cobertura);
     opciones->addStretch(1);
     auto *datos = m_campos.plano(
         {campo::lista(QStringLiteral("idcobertura"), tr("Co&bertura:"), QStringLiteral("Lista Coberturas"))
@@ -74,16 +70,14 @@ FormularioAmplio::FormularioAmplio(QWidget *parent)
     todo->addWidget(contacto);
     todo->addWidget(cobertura);
 
-    // The tick boxes exclude each other, and neither is set until somebody asked.
-    for (QRadioButton *opcion : {m_con, m_sin})
-        connect(opcion, &QRadioButton::toggled, this, [this] {
-            mostrarCobertura();
-            emit cambiado();
-        });
+    connect(m_cobertura, &OpcionCobertura::coberturaCambiada, this, [this] {
+        mostrarCobertura();
+        emit cambiado();
+    });
     connect(&m_campos, &ui::Campos::cambiado, this, [this](const QString &columna) {
         // Who chooses an insurer has said that there is a coverage.
         if (columna == QStringLiteral("idcobertura") && entidad() > 0)
-            m_con->setChecked(true);
+            m_cobertura->setCobertura(ConCobertura);
         emit cambiado();
     });
 }
@@ -119,7 +113,7 @@ int FormularioAmplio::entidad() const
 void FormularioAmplio::mostrarCobertura()
 {
     for (const char *columna : {"idcobertura", "NroOS"})
-        m_campos.control(QLatin1String(columna))->setEnabled(!m_sin->isChecked());
+        m_campos.control(QLatin1String(columna))->setEnabled(m_cobertura->cobertura() != SinCobertura);
 }
 
 DatosAmplios FormularioAmplio::leer() const
@@ -135,10 +129,10 @@ DatosAmplios FormularioAmplio::leer() const
     datos.fecnac = texto("FeNac");
     datos.dni = texto("DNI");
     datos.telpar = texto("Tel");
-    datos.cobertura = m_con->isChecked() ? 1 : m_sin->isChecked() ? 2 : 0;
-    if (datos.cobertura == 1)
+    datos.cobertura = m_cobertura->cobertura();
+    if (datos.cobertura == ConCobertura)
         datos.idcobertura = entidad();
-    if (datos.cobertura != 2)
+    if (datos.cobertura != SinCobertura)
         datos.nroos = texto("NroOS");
     for (const char *columna : {"TelCelular", "Domicilio", "Email", "referente"})
         datos.demas.insert(QLatin1String(columna), texto(columna));
@@ -167,7 +161,7 @@ DatosReducidos FormularioAmplio::reducidos() const
         .nombres = texto("Nombres"),
         .dni = texto("DNI"),
         .telefono = texto("Tel"),
-        .idcobertura = m_con->isChecked() ? qMax(0, entidad()) : 0,
+        .idcobertura = m_cobertura->cobertura() == ConCobertura ? qMax(0, entidad()) : 0,
         .domicilio = texto("Domicilio"),
         .email = texto("Email"),
     };

@@ -7,9 +7,10 @@
 
 class QComboBox;
 class QLineEdit;
-class QRadioButton;
 
 namespace patients {
+
+class OpcionCobertura;
 
 /// The expanded form of a new patient: the fields of `nuevopaci` beyond the reduced ones, under their given names.
 class FormularioAmplio : public QWidget
@@ -39,8 +40,7 @@ private:
     void mostrarCobertura();
 
     ui::Campos m_campos;
-    QRadioButton *m_con;
-    QRadioButton *m_sin;
+    OpcionCobertura *m_cobertura;
     QString m_generado;
 };
 

@@ -3,6 +3,7 @@
 #include "patients/Ficha.h"
 #include "ui/Estilo.h"
 
+#include <QButtonGroup>
 #include <QHBoxLayout>
 #include <QRadioButton>
 
@@ -20,8 +21,11 @@ OpcionCobertura::OpcionCobertura(QWidget *parent)
     auto *fila = new QHBoxLayout(this);
     fila->setContentsMargins(0, 0, 0, 0);
     fila->setSpacing(2 * ui::espacio);
+    // Without a group of their own they would count among the options of the window around them.
+    auto *grupo = new QButtonGroup(this);
     for (QRadioButton *opcion : {concobertura, sincobertura, coberturasinindicar}) {
         fila->addWidget(opcion);
+        grupo->addButton(opcion);
         connect(opcion, &QRadioButton::toggled, this, &OpcionCobertura::avisar);
     }
     coberturasinindicar->setChecked(true);
