@@ -153,6 +153,7 @@ void SqlServidor::rechaza_data()
     row("SELECT NroHC FROM Pacientes WHERE Apellido = 'Pérez'");
     row("SELECT NroHC FROM Pacientes WHERE Apellido like N'%perez%'");
     row("SELECT NroHC FROM Pacientes WHERE NroHC like '%1%'");
+    row("SELECT NroHC FROM Pacientes WHERE Notas COLLATE Modern_Spanish_CI_AI like N'%perez%'");
     // A flag is 1 or 0.
     row("SELECT NroHC FROM Pacientes WHERE Embarazo = -1");
     row("SELECT SUM(Embarazo) FROM Pacientes");

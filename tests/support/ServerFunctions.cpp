@@ -53,7 +53,8 @@ bool ServerParser::isFunction(const Token &name) const
     static const QStringList others
         = QStringLiteral(
               "isnull,coalesce,nullif,len,charindex,upper,lower,getdate,datediff,dateadd,datepart,year,month,"
-              "day,cast,convert,count,sum,avg,min,max,object_id,col_name,ceiling,ident_current,databasepropertyex")
+              "day,cast,convert,count,sum,avg,min,max,object_id,col_name,ceiling,ident_current,databasepropertyex,"
+              "serverproperty")
               .split(u',');
     return simpleFunctions().contains(name.text.toLower()) || others.contains(name.text.toLower());
 }
@@ -143,10 +144,11 @@ Expr ServerParser::simple(const QString &function, const Token &name)
         result.sql = "coalesce((SELECT max(seq, 1) FROM sqlite_sequence WHERE name = " + table + " COLLATE NOCASE), 1)";
         result.kind = Kind::Number;
         return result;
-    } else if (function == u"databasepropertyex") {
+    } else if (function == u"databasepropertyex" || function == u"serverproperty") {
         expectSymbol(u"(");
-        const QString base = take().text;
-        expectSymbol(u",");
+        const QString base = function == u"serverproperty" ? QStringLiteral("master") : take().text;
+        if (function != u"serverproperty")
+            expectSymbol(u",");
         if (take().text.compare(QLatin1String("Collation"), Qt::CaseInsensitive) != 0)
             failSyntax(QStringLiteral("Propiedad desconocida"), name.position);
         expectSymbol(u")");
