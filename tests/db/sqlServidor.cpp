@@ -3,6 +3,7 @@
 #include "base/Numeros.h"
 #include "db/Connection.h"
 #include "db/Error.h"
+#include "db/SentenciasServidor.h"
 #include "support/Prueba.h"
 
 #include <QTemporaryDir>
@@ -430,9 +431,7 @@ void SqlServidor::tablas()
           "Vieja') BEGIN ALTER TABLE [Caja Vieja] DROP COLUMN turno; END";
     // Its default value holds it.
     QVERIFY(refused([&] { run(drop); }));
-    const QString held
-        = rows("SELECT name FROM sys.default_constraints WHERE parent_object_id = OBJECT_ID('[Caja Vieja]') and "
-               "COL_NAME(parent_object_id,parent_column_id) = 'TURNO'");
+    const QString held = rows(db::servidor::buscarRestriccion(QStringLiteral("Caja Vieja"), QStringLiteral("TURNO")));
     QVERIFY(!held.isEmpty());
     m_connection->execute(QStringLiteral("ALTER TABLE [Caja Vieja] DROP CONSTRAINT [%1]").arg(held));
     run(drop);
