@@ -102,8 +102,9 @@ QString quitarColumna(const QString &table, const QString &column)
 
 QString buscarRestriccion(const QString &table, const QString &column)
 {
-    return QStringLiteral("SELECT name FROM sys.default_constraints WHERE parent_object_id = OBJECT_ID(%1) and "
-                          "COL_NAME(parent_object_id,parent_column_id) = %2")
+    return QStringLiteral("SELECT d.name FROM sys.default_constraints d INNER JOIN sys.columns c ON c.object_id = "
+                          "d.parent_object_id AND c.column_id = d.parent_column_id WHERE d.parent_object_id = "
+                          "OBJECT_ID(%1) and c.name = %2")
         .arg(quoted(serverDialect().identifier(table)), quoted(column));
 }
 

@@ -143,13 +143,14 @@ public:
     }
     void agregar(const QString &table, const Column &column) override
     {
-        if (table == tablaDoctores && column.name == QLatin1String("moduloweb")) {
-            if (m_connection.query(servidor::buscarColumna(table, column.name))->rowCount() > 0)
-                return;
+        // Asked again now that the others wait: one that added it meanwhile already writes into it, which the starting
+        // value must not undo.
+        if (m_connection.query(servidor::buscarColumna(table, column.name))->rowCount() > 0)
+            return;
+        if (table == tablaDoctores && column.name == QLatin1String("moduloweb"))
             m_connection.execute(QStringLiteral("ALTER TABLE [Lista Doctores] ADD moduloweb BIT DEFAULT 0"));
-        } else {
+        else
             m_connection.execute(servidor::agregarColumna(table, column));
-        }
         if (const QString update = sentenciaValorInicial(table, column); !update.isEmpty())
             m_connection.execute(update);
     }

@@ -3,6 +3,7 @@
 #include "base/Numeros.h"
 #include "db/Connection.h"
 #include "db/Error.h"
+#include "db/SentenciasServidor.h"
 #include "support/Prueba.h"
 
 #include <QTemporaryDir>
@@ -153,6 +154,7 @@ void SqlServidor::rechaza_data()
     row("SELECT NroHC FROM Pacientes WHERE Apellido = 'Pérez'");
     row("SELECT NroHC FROM Pacientes WHERE Apellido like N'%perez%'");
     row("SELECT NroHC FROM Pacientes WHERE NroHC like '%1%'");
+    row("SELECT NroHC FROM Pacientes WHERE Notas COLLATE Modern_Spanish_CI_AI like N'%perez%'");
     // A flag is 1 or 0.
     row("SELECT NroHC FROM Pacientes WHERE Embarazo = -1");
     row("SELECT SUM(Embarazo) FROM Pacientes");
@@ -429,9 +431,7 @@ void SqlServidor::tablas()
           "Vieja') BEGIN ALTER TABLE [Caja Vieja] DROP COLUMN turno; END";
     // Its default value holds it.
     QVERIFY(refused([&] { run(drop); }));
-    const QString held
-        = rows("SELECT name FROM sys.default_constraints WHERE parent_object_id = OBJECT_ID('[Caja Vieja]') and "
-               "COL_NAME(parent_object_id,parent_column_id) = 'TURNO'");
+    const QString held = rows(db::servidor::buscarRestriccion(QStringLiteral("Caja Vieja"), QStringLiteral("TURNO")));
     QVERIFY(!held.isEmpty());
     m_connection->execute(QStringLiteral("ALTER TABLE [Caja Vieja] DROP CONSTRAINT [%1]").arg(held));
     run(drop);

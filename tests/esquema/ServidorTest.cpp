@@ -22,6 +22,7 @@ public:
     QVector<QPair<QString, QString>> columnas;
     QStringList sentencias;
     QString rechaza;
+    std::function<void()> alEmpezar = [] {}; ///< what another station does before it is this one's turn
 
     db::Dialect::Kind dialect() const override { return db::Dialect::Kind::SqlServer; }
     db::Rows query(const QString &sql, const db::Params &) override
@@ -47,7 +48,11 @@ public:
         return 0;
     }
     qint64 insertedId() override { return 0; }
-    void begin() override { m_before = int(sentencias.size()); }
+    void begin() override
+    {
+        alEmpezar();
+        m_before = int(sentencias.size());
+    }
     void commit() override { }
     void rollback() override { sentencias.resize(m_before); }
     QString singleTable(const QString &) override { return {}; }
@@ -84,6 +89,7 @@ private slots:
     void statementsAreGuarded();
     void completeDatabaseIsLeftAlone();
     void missingColumnsAreAdded();
+    void anotherStationWasFirst();
     void hoursAreMovedBeforeTheyAreDropped();
     void hoursStayWhenTheyCannotBeMoved();
     void wholeSchemaIsTaken();
@@ -183,6 +189,17 @@ void ServidorTest::missingColumnsAreAdded()
     QVERIFY(done.contains("UPDATE [Pacientes] SET idcobertura2 = -1"));
     QCOMPARE(done.filter("UPDATE [Consultas]").size(), 0);
     QCOMPARE(done.filter("CREATE TABLE").size(), 1);
+}
+
+/// Two stations start with a new version: what was saved after the first one's upgrade is not undone by the second's.
+void ServidorTest::anotherStationWasFirst()
+{
+    m_server->quitar("Pacientes", "idcobertura2");
+    m_server->alEmpezar = [this] { m_server->columnas.emplaceBack("Pacientes", "idcobertura2"); };
+    esperarAviso();
+    QVERIFY(actualizar());
+    QCOMPARE(m_server->sentencias.filter("UPDATE"), QStringList());
+    QCOMPARE(m_server->sentencias.filter("ALTER TABLE"), QStringList());
 }
 
 void ServidorTest::hoursAreMovedBeforeTheyAreDropped()

@@ -42,11 +42,20 @@ void ServerParser::alterBase()
         return;
     }
     expect(u"set");
-    expect(u"single_user");
+    m_result.errand.kind = Errand::SingleUser; // nothing of it is to be seen here
+    const Token option = take();
+    if (option.isWord(u"auto_close"))
+        return expect(u"off");
+    if (option.isWord(u"recovery"))
+        return expect(u"simple");
+    if (option.isWord(u"read_committed_snapshot"))
+        expect(u"on");
+    else if (!option.isWord(u"single_user"))
+        failSyntax(QStringLiteral("Propiedad desconocida"), option.position);
+    // Both wait for everybody else in the base unless they are told to throw them out.
     expect(u"with");
     expect(u"rollback");
     expect(u"immediate");
-    m_result.errand.kind = Errand::SingleUser;
 }
 
 void ServerParser::session()

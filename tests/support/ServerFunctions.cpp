@@ -53,7 +53,8 @@ bool ServerParser::isFunction(const Token &name) const
     static const QStringList others
         = QStringLiteral(
               "isnull,coalesce,nullif,len,charindex,upper,lower,getdate,datediff,dateadd,datepart,year,month,"
-              "day,cast,convert,count,sum,avg,min,max,object_id,col_name,ceiling,ident_current,databasepropertyex")
+              "day,cast,convert,count,sum,avg,min,max,object_id,ceiling,ident_current,databasepropertyex,"
+              "serverproperty")
               .split(u',');
     return simpleFunctions().contains(name.text.toLower()) || others.contains(name.text.toLower());
 }
@@ -131,22 +132,17 @@ Expr ServerParser::simple(const QString &function, const Token &name)
         inner = arguments(name, 1, 1);
         result.sql = "(- v_int(- " + operand(inner.front()) + "))";
         result.kind = Kind::Number;
-    } else if (function == u"col_name") {
-        // The catalog numbers tables and columns by their names.
-        inner = arguments(name, 2, 2);
-        result.sql = inner[1].sql + " COLLATE NOCASE";
-        result.kind = Kind::Text;
-        result.atomic = false;
     } else if (function == u"ident_current") {
         // The last number given; of a table that never had a row, the first one.
         const QByteArray table = textLiteral(firstText().remove(u'[').remove(u']'));
         result.sql = "coalesce((SELECT max(seq, 1) FROM sqlite_sequence WHERE name = " + table + " COLLATE NOCASE), 1)";
         result.kind = Kind::Number;
         return result;
-    } else if (function == u"databasepropertyex") {
+    } else if (function == u"databasepropertyex" || function == u"serverproperty") {
         expectSymbol(u"(");
-        const QString base = take().text;
-        expectSymbol(u",");
+        const QString base = function == u"serverproperty" ? QStringLiteral("master") : take().text;
+        if (function != u"serverproperty")
+            expectSymbol(u",");
         if (take().text.compare(QLatin1String("Collation"), Qt::CaseInsensitive) != 0)
             failSyntax(QStringLiteral("Propiedad desconocida"), name.position);
         expectSymbol(u")");

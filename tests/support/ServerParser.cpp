@@ -61,7 +61,6 @@ const QStringList &catalogColumns()
         QStringLiteral("table_type"),
         QStringLiteral("object_id"),
         QStringLiteral("parent_object_id"),
-        QStringLiteral("parent_column_id"),
         QStringLiteral("name")};
     return columns;
 }
@@ -374,7 +373,7 @@ QByteArray ServerParser::tableReference(QString &name)
             + ") AS is_primary_key FROM sqlite_master AS m, pragma_index_list(m.name) AS l WHERE m.type = 'table')";
     else if (full == u"sys.default_constraints")
         sql = "(SELECT 'DF_' || m.name || '_' || c.name COLLATE NOCASE AS name, m.name COLLATE NOCASE AS "
-              "parent_object_id, c.name COLLATE NOCASE AS parent_column_id FROM sqlite_master AS m, "
+              "parent_object_id, c.cid AS parent_column_id FROM sqlite_master AS m, "
               "pragma_table_info(m.name) AS c WHERE m.type = 'table' AND c.dflt_value IS NOT NULL)";
     else
         fail(QStringLiteral("Tabla desconocida \"%1\"").arg(full));

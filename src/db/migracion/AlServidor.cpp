@@ -70,15 +70,33 @@ public:
         }
     }
 
+    /// What the practice's base is better off with than what the server gives to every new one. Not without it, but
+    /// less well: whoever looks at a list waits for whoever saves, the log grows until the disk is full unless somebody
+    /// copies it, and the free edition closes the base whenever nobody is in it.
+    void ajustar()
+    {
+        for (const char *ajuste :
+             {"AUTO_CLOSE OFF", "RECOVERY SIMPLE", "READ_COMMITTED_SNAPSHOT ON WITH ROLLBACK IMMEDIATE"}) {
+            try {
+                m_conexion->execute(QStringLiteral("ALTER DATABASE Datos SET ") + QLatin1String(ajuste));
+            } catch (const Error &error) {
+                if (error.kind() == Error::Kind::Lost)
+                    relanzar(error, m_servidor, {});
+            }
+        }
+    }
+
     /// Lists and searches expect that letter case does not matter and accents do; the server may have been installed
     /// otherwise, and the base takes after it. It can be changed as long as the base is empty.
     void intercalar(QStringList &avisos)
     {
-        const QString propia = m_conexion
-                                   ->query(QStringLiteral("SELECT CONVERT(nvarchar(128),"
-                                                          "DATABASEPROPERTYEX('Datos','Collation'))"))
-                                   ->text(0, 0);
-        if (propia.contains(QLatin1String("Spanish")) && sirve(propia))
+        // A base that nobody has open may tell nothing of itself; it takes after its server.
+        const QString propia
+            = m_conexion
+                  ->query(QStringLiteral("SELECT isnull(CONVERT(nvarchar(128),DATABASEPROPERTYEX('Datos','Collation')),"
+                                         "CONVERT(nvarchar(128),SERVERPROPERTY('Collation')))"))
+                  ->text(0, 0);
+        if (propia.contains(QLatin1String("Spanish"), Qt::CaseInsensitive) && sirve(propia))
             return;
         try {
             m_conexion->execute(QStringLiteral("ALTER DATABASE Datos COLLATE ") + intercalacion);
@@ -107,10 +125,7 @@ public:
     }
 
 private:
-    static bool sirve(const QString &propia)
-    {
-        return propia.contains(QLatin1String("_CI_AS")) && !propia.contains(QLatin1String("_BIN"));
-    }
+    static bool sirve(const QString &propia) { return propia.contains(QLatin1String("_CI_AS"), Qt::CaseInsensitive); }
     static std::unique_ptr<Connection> abrir(const PedidoAlServidor &pedido)
     {
         if (!pedido.motores.has(QStringLiteral("SQLOLEDB")))
@@ -147,6 +162,7 @@ public:
         Maestra maestra(m_pedido);
         maestra.crear();
         m_hecha = true;
+        maestra.ajustar();
         maestra.intercalar(avisos);
     }
     Connection &abrir()

@@ -39,9 +39,11 @@ const Flavour &sqlServer()
         .tables = QStringLiteral("SELECT TABLE_NAME FROM INFORMATION_SCHEMA.TABLES WHERE TABLE_TYPE = 'BASE TABLE' "
                                  "AND TABLE_NAME <> 'sysdiagrams' ORDER BY TABLE_NAME"),
         .columns = QStringLiteral(
-            "SELECT COLUMN_NAME, DATA_TYPE, CHARACTER_MAXIMUM_LENGTH, COLUMN_DEFAULT, "
-            "COLUMNPROPERTY(OBJECT_ID(QUOTENAME(TABLE_SCHEMA) + '.' + QUOTENAME(TABLE_NAME)), COLUMN_NAME, "
-            "'IsIdentity') FROM INFORMATION_SCHEMA.COLUMNS WHERE TABLE_NAME = ? ORDER BY ORDINAL_POSITION"),
+            // COLUMNPROPERTY would be shorter; not every server that speaks this language knows what it is asked.
+            "SELECT COLUMN_NAME, DATA_TYPE, CHARACTER_MAXIMUM_LENGTH, COLUMN_DEFAULT, CASE WHEN EXISTS (SELECT * FROM "
+            "sys.columns s WHERE s.object_id = OBJECT_ID(QUOTENAME(TABLE_SCHEMA) + '.' + QUOTENAME(TABLE_NAME)) AND "
+            "s.name = COLUMN_NAME AND s.is_identity = 1) THEN 1 ELSE 0 END FROM INFORMATION_SCHEMA.COLUMNS "
+            "WHERE TABLE_NAME = ? ORDER BY ORDINAL_POSITION"),
         .textPrefix = QStringLiteral("N"),
         .dateType = QStringLiteral("datetime"),
         .bytesPrefix = QStringLiteral("0x"),

@@ -269,7 +269,7 @@ bool Sesion::propia(Escritor &salida, const QString &sentencia, const db::Params
     static const QRegularExpression variable = sinCaso(QStringLiteral("^SELECT\\s+@\\w+$"));
     static const QRegularExpression abiertas = sinCaso(QStringLiteral("^SELECT\\s+@@TRANCOUNT$"));
     static const QRegularExpression columnas
-        = sinCaso(QStringLiteral("COLUMNPROPERTY\\(.*TABLE_NAME = (?:\\?|N?'((?:[^']|'')*)')"));
+        = sinCaso(QStringLiteral("^SELECT COLUMN_NAME, DATA_TYPE,.*TABLE_NAME = (?:\\?|N?'((?:[^']|'')*)')"));
     if (empezar.match(sentencia).hasMatch()) {
         m_motor->begin();
         m_enTransaccion = true;
