@@ -2,7 +2,6 @@
 
 #include "agenda/forms/Arrastre.h"
 
-#include <QDragEnterEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -117,7 +116,7 @@ void CalendarioMes::pintarDia(QPainter &pintor, QRectF lugar, QDate dia) const
         pintor.drawRect(dentro.adjusted(0.5, 0.5, -0.5, -0.5));
     }
 
-    if (dia == m_destino) {
+    if (m_receptor && dia.toJulianDay() == m_receptor->destino()) {
         pintor.setPen(QPen(p.color(QPalette::Highlight), 2));
         pintor.drawRect(dentro.adjusted(1, 1, -1, -1));
     }
@@ -166,42 +165,15 @@ void CalendarioMes::mousePressEvent(QMouseEvent *event)
         setFecha(fechaEn(event->position()));
 }
 
-void CalendarioMes::setDestino(QDate fecha)
+void CalendarioMes::setAceptaTurnos()
 {
-    if (std::exchange(m_destino, fecha) != fecha)
-        update();
-}
-
-void CalendarioMes::dragEnterEvent(QDragEnterEvent *event)
-{
-    if (turnoDe(event->mimeData()) != 0)
-        event->acceptProposedAction();
-}
-
-void CalendarioMes::dragMoveEvent(QDragMoveEvent *event)
-{
-    const QDate fecha = fechaEn(event->position());
-    setDestino(fecha);
-    if (fecha.isValid())
-        event->acceptProposedAction();
-    else
-        event->ignore();
-}
-
-void CalendarioMes::dragLeaveEvent(QDragLeaveEvent *) { setDestino({}); }
-
-void CalendarioMes::dropEvent(QDropEvent *event)
-{
-    setDestino({});
-    const qint64 id = turnoDe(event->mimeData());
-    const QDate fecha = fechaEn(event->position());
-    if (id == 0 || !fecha.isValid()) {
-        event->ignore();
-        return;
-    }
-    event->acceptProposedAction();
-    QMetaObject::invokeMethod(
-        this, [this, id, fecha] { emit turnoSoltado(id, fecha); }, Qt::QueuedConnection);
+    m_receptor = new ReceptorDeTurnos(*this, [this](QPoint lugar) -> qint64 {
+        const QDate fecha = fechaEn(lugar);
+        return fecha.isValid() ? fecha.toJulianDay() : 0;
+    });
+    connect(m_receptor, &ReceptorDeTurnos::soltado, this, [this](qint64 id, qint64 dia) {
+        emit turnoSoltado(id, QDate::fromJulianDay(dia));
+    });
 }
 
 void CalendarioMes::wheelEvent(QWheelEvent *event)

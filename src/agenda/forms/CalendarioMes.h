@@ -6,6 +6,8 @@
 
 namespace agenda {
 
+class ReceptorDeTurnos;
+
 /// One month to choose a day from: the month's title, weekday names and the days. Days with appointments are bold with
 /// a bar below the number, days off are struck through, today is framed. Arrows move by day and week, PageUp/PageDown
 /// by month (with Shift by year), Home goes to today.
@@ -28,7 +30,7 @@ public:
     [[nodiscard]] const std::set<QDate> &conTurnos() const { return m_conTurnos; }
 
     /// Lets appointments of the day's grid be dropped on a day; turnoSoltado() tells of it.
-    void setAceptaTurnos() { setAcceptDrops(true); }
+    void setAceptaTurnos();
 
     /// Centre of a shown day, for those who click on it; a null point when it is in another month.
     [[nodiscard]] QPoint lugarDe(QDate fecha) const;
@@ -42,10 +44,6 @@ signals:
     void turnoSoltado(qint64 id, QDate fecha);
 
 protected:
-    void dragEnterEvent(QDragEnterEvent *event) override;
-    void dragMoveEvent(QDragMoveEvent *event) override;
-    void dragLeaveEvent(QDragLeaveEvent *event) override;
-    void dropEvent(QDropEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
@@ -56,7 +54,6 @@ private:
     void disponer();
     [[nodiscard]] QRectF celda(int fila, int columna) const;
     [[nodiscard]] QDate fechaEn(QPointF lugar) const;
-    void setDestino(QDate fecha);
     void pintarDia(QPainter &pintor, QRectF lugar, QDate dia) const;
 
     QDate m_fecha;
@@ -66,7 +63,7 @@ private:
     MesCalendario m_mes;
     std::set<QDate> m_conTurnos;
     std::set<QDate> m_noLaborables;
-    QDate m_destino; ///< day below what is being dragged
+    ReceptorDeTurnos *m_receptor = nullptr; ///< only where appointments can be dropped
     int m_rueda = 0;
 };
 

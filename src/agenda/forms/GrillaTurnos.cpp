@@ -5,7 +5,6 @@
 
 #include <QApplication>
 #include <QDrag>
-#include <QDragEnterEvent>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
@@ -34,6 +33,24 @@ QPixmap etiqueta(const QString &texto, const QWidget &de)
 }
 
 } // namespace
+
+GrillaTurnos::GrillaTurnos(const QString &nombre, const QString &encabezado, QWidget *parent)
+    : Grilla(nombre, encabezado, parent)
+    , m_receptor(new ReceptorDeTurnos(*viewport(), [this](QPoint lugar) { return destinoEn(lugar); }))
+{
+    connect(m_receptor, &ReceptorDeTurnos::soltado, this, &GrillaTurnos::soltado);
+}
+
+qint64 GrillaTurnos::destinoEn(QPoint lugar)
+{
+    // Held at its edge, the grid scrolls.
+    if (lugar.y() < franja)
+        verticalScrollBar()->setValue(verticalScrollBar()->value() - 1);
+    else if (lugar.y() > viewport()->height() - franja)
+        verticalScrollBar()->setValue(verticalScrollBar()->value() + 1);
+    const qint64 clave = claveEn(lugar);
+    return clave != 0 && (!m_esDestino || m_esDestino(clave)) ? clave : 0;
+}
 
 qint64 GrillaTurnos::claveEn(QPoint lugar) const
 {
@@ -85,64 +102,13 @@ void GrillaTurnos::arrastrar(qint64 id)
     if (!sigue)
         return;
     m_arrastrando = false;
-    setDestino(0);
     setState(NoState);
-}
-
-void GrillaTurnos::setDestino(qint64 clave)
-{
-    if (std::exchange(m_destino, clave) != clave)
-        viewport()->update();
 }
 
 void GrillaTurnos::setAviso(const QString &aviso)
 {
     if (std::exchange(m_aviso, aviso) != aviso)
         viewport()->update();
-}
-
-void GrillaTurnos::dragEnterEvent(QDragEnterEvent *event)
-{
-    if (turnoDe(event->mimeData()) != 0)
-        event->acceptProposedAction();
-    else
-        event->ignore();
-}
-
-void GrillaTurnos::dragMoveEvent(QDragMoveEvent *event)
-{
-    const QPoint lugar = event->position().toPoint();
-    if (lugar.y() < franja)
-        verticalScrollBar()->setValue(verticalScrollBar()->value() - 1);
-    else if (lugar.y() > viewport()->height() - franja)
-        verticalScrollBar()->setValue(verticalScrollBar()->value() + 1);
-    const qint64 clave = claveEn(lugar);
-    const bool sirve = turnoDe(event->mimeData()) != 0 && clave != 0 && (!m_esDestino || m_esDestino(clave));
-    setDestino(sirve ? clave : 0);
-    if (sirve)
-        event->acceptProposedAction();
-    else
-        event->ignore();
-}
-
-void GrillaTurnos::dragLeaveEvent(QDragLeaveEvent *event)
-{
-    setDestino(0);
-    event->accept();
-}
-
-void GrillaTurnos::dropEvent(QDropEvent *event)
-{
-    const qint64 id = turnoDe(event->mimeData()), clave = claveEn(event->position().toPoint());
-    setDestino(0);
-    if (id == 0 || clave == 0 || (m_esDestino && !m_esDestino(clave))) {
-        event->ignore();
-        return;
-    }
-    event->acceptProposedAction();
-    // A question must not be asked while the pointer still holds what it dragged.
-    QMetaObject::invokeMethod(
-        this, [this, id, clave] { emit soltado(id, clave); }, Qt::QueuedConnection);
 }
 
 void GrillaTurnos::paintEvent(QPaintEvent *event)
@@ -154,7 +120,7 @@ void GrillaTurnos::paintEvent(QPaintEvent *event)
         pintor.drawText(viewport()->rect().adjusted(20, 0, -20, 0), Qt::AlignCenter | Qt::TextWordWrap, m_aviso);
         return;
     }
-    const int fila = m_destino == 0 ? -1 : modelo().filaDe(m_destino);
+    const int fila = m_receptor->destino() == 0 ? -1 : modelo().filaDe(m_receptor->destino());
     if (fila < 0)
         return;
     QPainter pintor(viewport());

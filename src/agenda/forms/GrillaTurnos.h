@@ -4,6 +4,8 @@
 
 namespace agenda {
 
+class ReceptorDeTurnos;
+
 /// The day's grid: an appointment can be dragged onto another row, which only says so; what becomes of it is its
 /// window's business.
 class GrillaTurnos : public ui::Grilla
@@ -11,7 +13,7 @@ class GrillaTurnos : public ui::Grilla
     Q_OBJECT
 
 public:
-    using Grilla::Grilla;
+    GrillaTurnos(const QString &nombre, const QString &encabezado, QWidget *parent = nullptr);
 
     /// Which rows can be dragged, and which can be dropped on, by their key.
     void setArrastrables(std::function<bool(qint64 clave)> se) { m_arrastrable = std::move(se); }
@@ -29,22 +31,18 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
-    void dragEnterEvent(QDragEnterEvent *event) override;
-    void dragMoveEvent(QDragMoveEvent *event) override;
-    void dragLeaveEvent(QDragLeaveEvent *event) override;
-    void dropEvent(QDropEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
     void arrastrar(qint64 id);
     [[nodiscard]] qint64 claveEn(QPoint lugar) const;
-    void setDestino(qint64 clave);
+    [[nodiscard]] qint64 destinoEn(QPoint lugar);
 
+    ReceptorDeTurnos *m_receptor;
     std::function<bool(qint64)> m_arrastrable;
     std::function<bool(qint64)> m_esDestino;
     qint64 m_prensado = 0; ///< key of the row that may be dragged when the mouse moves
     QPoint m_desde;
-    qint64 m_destino = 0; ///< key of the row below what is being dragged
     bool m_arrastrando = false;
     QString m_aviso;
 };

@@ -211,12 +211,6 @@ void agendas::mostrarDia()
     if (m_dia.noLaborable)
         colores.setColor(QPalette::WindowText, ui::color::error());
     fechaactiva->setPalette(colores);
-    lista->setAviso(
-        (m_doctor == 0             ? tr("No hay profesionales cargados.")
-             : m_dia.noLaborable   ? tr("Ese día no se atiende.")
-             : !m_dia.hayPlantilla ? tr("Ese día no tiene una plantilla de horarios.")
-                                   : tr("Ese día no tiene horarios."))
-        + (m_doctor == 0 ? QString() : tr("\nNuevo (Ctrl+N) asigna un turno a la hora que se elija.")));
 }
 
 void agendas::mostrarResumen()
@@ -302,6 +296,12 @@ void agendas::habilitar()
     }
     menucortar->setEnabled(turno);
     menupegar->setEnabled(m_corte && (m_dia.filas.empty() || (fila && fila->clase != FilaDia::Clase::Bloqueado)));
+    const QString porque = m_dia.noLaborable ? tr("Ese día no se atiende.")
+        : !m_dia.hayPlantilla                ? tr("Ese día no tiene una plantilla de horarios.")
+                                             : tr("Ese día no tiene horarios.");
+    const QString entonces = m_corte ? tr("Ctrl+V pregunta a qué hora pasa el turno cortado.")
+                                     : tr("Nuevo (Ctrl+N) asigna un turno a la hora que se elija.");
+    lista->setAviso(m_doctor == 0 ? tr("No hay profesionales cargados.") : porque + u'\n' + entonces);
 }
 
 QStringList agendas::turnosElegidos() const

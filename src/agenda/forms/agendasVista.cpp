@@ -58,8 +58,6 @@ void agendas::construir()
                        "|>Caja $  |>Saldo $  |^Llegó|^Atend.|<Observaciones"),
         this);
     lista->setElasticas({{1, 2}, {2, 3}, {3, 4}, {4, 3}, {9, 4}});
-    lista->setAcceptDrops(true);
-    lista->viewport()->setAcceptDrops(true);
     derecha->addWidget(lista, 1);
     derecha->addLayout(panelDetalle());
     filas->addLayout(derecha, 1);
