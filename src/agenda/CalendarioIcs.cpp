@@ -119,7 +119,7 @@ QByteArray escribirIcs(
         linea(QStringLiteral("DTSTAMP:") + sello);
         linea(QStringLiteral("SEQUENCE:") + version);
         linea(QStringLiteral("DTSTART") + zona + local(t.momento));
-        linea(QStringLiteral("DTEND") + zona + local(t.momento.addSecs(60 * duracion(t.momento.date()))));
+        linea(QStringLiteral("DTEND") + zona + local(t.momento.addSecs(qint64(60) * duracion(t.momento.date()))));
         linea(
             QStringLiteral("SUMMARY:") + escapado(t.bloqueado || conNombres ? t.paciente() : QStringLiteral("Turno")));
         linea(QStringLiteral("CLASS:PRIVATE"));

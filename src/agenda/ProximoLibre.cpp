@@ -105,8 +105,9 @@ proximosLibres(db::Connection &conexion, const QVector<db::Doctor> &profesionale
     std::vector<DiaConLugar> dias;
     if (libros.empty())
         return dias;
-    for (Plantilla &plantilla : plantillasVigentes(conexion, deEllos(QStringLiteral("iddoctor"), libros), ahora.date()))
-        libros[plantilla.iddoctor].plantillas.append(std::move(plantilla));
+    for (const Plantilla &plantilla :
+         plantillasVigentes(conexion, deEllos(QStringLiteral("iddoctor"), libros), ahora.date()))
+        libros[plantilla.iddoctor].plantillas.append(plantilla);
     // Nobody attends after the last template ends.
     QDate ultimo;
     for (const auto &[id, libro] : libros)

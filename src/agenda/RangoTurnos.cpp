@@ -49,8 +49,8 @@ std::vector<Plantilla> plantillasDelRango(db::Connection &conexion, int doctor, 
     const QVector<PlantillaListada> lista = listarPlantillas(conexion, doctor);
     for (auto listada = lista.crbegin(); listada != lista.crend(); ++listada)
         if (listada->fechadesde <= rango.hasta && listada->fechahasta >= rango.desde)
-            if (auto plantilla = leerPlantilla(conexion, listada->id))
-                plantillas.push_back(std::move(*plantilla));
+            if (const auto plantilla = leerPlantilla(conexion, listada->id))
+                plantillas.push_back(*plantilla);
     return plantillas;
 }
 

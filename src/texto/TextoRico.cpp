@@ -49,6 +49,9 @@ void ponerHtml(QTextDocument &destino, QString html)
     static const QRegularExpression renglon(QStringLiteral("<tr\\b[^>]*>"), QRegularExpression::CaseInsensitiveOption);
     static const QRegularExpression deTabla(
         QStringLiteral("</?(?:table|tbody|thead|tfoot|tr|td|th)\\b[^>]*>"), QRegularExpression::CaseInsensitiveOption);
+    // Half a character would keep every expression from matching.
+    if (!html.isValidUtf16())
+        html = QString::fromUtf8(html.toUtf8());
     html.replace(tramo, QStringLiteral("data-span"));
     int hondura = 0, mayor = 0;
     for (auto it = tabla.globalMatch(html); it.hasNext();) {

@@ -85,8 +85,8 @@ private slots:
     {
         QTest::addColumn<QString>("html");
         QTest::newRow("nested tables") << u"<p>a"_s + u"<table><tr><td>"_s.repeated(40) + u"b"_s;
-        QTest::newRow("a cell over all columns")
-            << u"<table><tr><td colspan=\"1000\">a</td></tr>"_s + u"<tr><td rowspan=900>b</td></tr>"_s.repeated(30);
+        QTest::newRow("a cell over all columns") << QChar(0xD800) + u"<table><tr><td colspan=\"1000\">a</td></tr>"_s
+                + u"<tr><td rowspan=900>b</td></tr>"_s.repeated(30);
     }
     void htmlDesmedido()
     {

@@ -40,7 +40,7 @@ QString claveJet4(const QByteArray &cabecera)
     const bool posible = creada > -1e9 && creada < 1e9;
     const auto mascara = quint32(posible ? qint32(creada) : 0);
     QString clave;
-    for (int i = 0; i < 20; ++i) {
+    for (qsizetype i = 0; i < 20; ++i) {
         const char *lugar = cabecera.constData() + 0x42 + i * 2;
         const auto unidad = quint16(qFromLittleEndian<quint16>(lugar) ^ quint16(mascara >> (i % 2 * 16)));
         if (unidad == 0)

@@ -100,7 +100,7 @@ bool LectorProceso::leer(Receptor &receptor, const QString &solo)
             silencio.restart();
         } else if (!sigueVivo) {
             throw Tramos::danio(QStringLiteral("la lectura se cortó"));
-        } else if (silencio.elapsed() > m_segundosDeEspera * 1000) {
+        } else if (silencio.elapsed() > m_segundosDeEspera * qint64(1000)) {
             throw Tramos::danio(QStringLiteral("la lectura no avanza"));
         }
     }
