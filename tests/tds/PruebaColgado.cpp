@@ -16,11 +16,11 @@ using Tipo = db::migracion::Desenlace::Tipo;
 namespace {
 
 /// The program's engines, which give a server up sooner than a person would want.
-db::Engines motores()
+db::Engines motores(std::chrono::seconds respuesta = 3s)
 {
     db::Engines todos;
-    todos.add(u"SQLOLEDB"_s, [](const db::ConnectionString &texto) {
-        return db::OdbcEngine::open(texto, {.first = 300ms, .between = 100ms, .answer = 1s, .silences = 1});
+    todos.add(u"SQLOLEDB"_s, [respuesta](const db::ConnectionString &texto) {
+        return db::OdbcEngine::open(texto, {.first = 300ms, .between = 100ms, .answer = respuesta, .silences = 1});
     });
     todos.add(u"Microsoft.Jet.OLEDB.4.0"_s, [](const db::ConnectionString &texto) {
         return std::make_unique<db::EmbeddedEngine>(
@@ -119,7 +119,7 @@ private slots:
     {
         const QTemporaryDir carpeta;
         const soporte::ServidorTds servidor(carpeta.path());
-        const auto conexion = db::Connection::open(servidor.cadena(u"master"_s), motores());
+        const auto conexion = db::Connection::open(servidor.cadena(u"master"_s), motores(30s));
         QElapsedTimer reloj;
         reloj.start();
         QCOMPARE(conexion->query(u"WAITFOR DELAY '00:00:03'; SELECT 1"_s)->integer(0, 0), 1);
