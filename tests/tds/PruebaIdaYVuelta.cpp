@@ -34,6 +34,9 @@ private slots:
             base->execute(
                 u"UPDATE [Pacientes] SET Apellido = ?, Notas = ? WHERE id = 1"_s,
                 {u"O'Higgins ≥ Ñáñez"_s, u"línea 😀\r\n\\\r\n'fin' ;--"_s.repeated(20) + QString(60'000, u'ñ')});
+            // As a program left it that took a name with all the room it had been given for it.
+            base->execute(u"UPDATE [Pacientes] SET Nombres = ? WHERE id = 2"_s, {u"Ana"_s + QChar(0)});
+            QCOMPARE(base->query(u"SELECT Nombres FROM [Pacientes] WHERE id = 2"_s)->text(0, 0).size(), 4);
         }
         soporte::ServidorTds servidor(remota.path());
         db::migracion::Seguimiento seguimiento;
@@ -46,6 +49,11 @@ private slots:
         reloj.start();
         const auto fue = db::migracion::alServidor(ida, seguimiento);
         QVERIFY2(fue.tipo == Tipo::Hecha, qPrintable(fue.motivo));
+        QCOMPARE(
+            fue.avisos,
+            QStringList{
+                u"Tabla 'Pacientes', columna 'Nombres': textos con un carácter nulo, que el servidor no admite: 1. "
+                "Quedaron allí sin él."_s});
         QVERIFY(fue.filas() > 14'000);
         for (const auto &tabla : fue.tablas)
             QVERIFY2(tabla.igual(), qPrintable(tabla.tabla));
@@ -69,6 +77,7 @@ private slots:
             const QString cuenta = u"SELECT count(*) FROM [%1]"_s.arg(tabla.tabla);
             QCOMPARE(despues->query(cuenta)->text(0, 0), antes->query(cuenta)->text(0, 0));
         }
+        QCOMPARE(despues->query(u"SELECT Nombres FROM [Pacientes] WHERE id = 2"_s)->text(0, 0), u"Ana"_s);
         const QString fila = u"SELECT * FROM [Pacientes] WHERE id = 1"_s;
         QCOMPARE(despues->query(fila)->toDelimited(u"|", u""), antes->query(fila)->toDelimited(u"|", u""));
     }

@@ -30,7 +30,7 @@ private:
     int m_cuantas = 256;
 };
 
-/// Of an embedded file. `limitar`: dates that the server does not know come as 31/12/8888.
+/// Of an embedded file. `limitar`: see valor().
 [[nodiscard]] std::unique_ptr<Lector> lectorDeArchivo(EmbeddedEngine &motor, const TablaPlano &plano, bool limitar);
 /// Of a server database.
 [[nodiscard]] std::unique_ptr<Lector> lectorDeServidor(Connection &conexion, const TablaPlano &plano);

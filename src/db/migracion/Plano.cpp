@@ -34,7 +34,7 @@ bool esEntero(Type tipo)
 
 /// What the rows of one column of an embedded table hold.
 struct Contenido {
-    enum { NoNulos, Ajenos, Medida, Menor, Mayor, Cuantos };
+    enum { NoNulos, Ajenos, Medida, Menor, Mayor, ConCero = Menor, Cuantos = Mayor + 1 };
     qint64 numeros[Cuantos] = {};
 };
 
@@ -62,7 +62,10 @@ QByteArrayList expresiones(const Column &columna)
         lista[Contenido::Medida] = cuantos("CAST(" + c + " AS TEXT) < '1753'");
         break;
     case Type::Text: lista[Contenido::Medida] = "max(length(CAST(" + c + " AS BLOB)))"; [[fallthrough]];
-    case Type::Memo: lista[Contenido::Ajenos] = cuantos("typeof(" + c + ") = 'blob'"); break;
+    case Type::Memo:
+        lista[Contenido::Ajenos] = cuantos("typeof(" + c + ") = 'blob'");
+        lista[Contenido::ConCero] = cuantos("typeof(" + c + ") = 'text' AND instr(CAST(" + c + " AS BLOB), x'00') > 0");
+        break;
     case Type::Binary: lista[Contenido::Ajenos] = cuantos("typeof(" + c + ") IN ('integer', 'real')"); break;
     }
     return lista;
@@ -133,6 +136,12 @@ void ajustar(EmbeddedEngine &motor, TablaPlano &plano, Column &columna, const Co
             columna.initial.reset();
             return;
         }
+        if (const qint64 conCero = hay.numeros[Contenido::ConCero]; conCero > 0)
+            avisos << QStringLiteral(
+                          "Tabla '%1', columna '%2': textos con un carácter nulo, que el servidor no admite: "
+                          "%3. Quedaron allí sin él.")
+                          .arg(tabla, columna.name)
+                          .arg(conCero);
         if (columna.type == Type::Text && medida > columna.size) {
             if (const int largo = masLargo(motor, tabla, columna); largo > columna.size) {
                 avisos << QStringLiteral(

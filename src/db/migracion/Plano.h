@@ -41,9 +41,9 @@ using AlMirar = std::function<void(const QString &tabla)>;
 [[nodiscard]] bool seExcluye(const QString &tabla);
 
 /// Reads the catalog of an embedded file and looks through its rows for values that a server's column would refuse:
-/// dates before 1753 are counted in the notes (they become 31/12/8888 in the copy); what cannot be brought over at all
-/// throws db::Error, naming table and column.
-/// `alMirar` hears each table before it is looked at.
+/// dates before 1753 and texts with a NUL are counted in the notes (they become 31/12/8888, and lose it, in the copy);
+/// what cannot be brought over at all throws db::Error, naming table and column. `alMirar` hears each table before it
+/// is looked at.
 [[nodiscard]] Plano planoDeArchivo(EmbeddedEngine &origen, const AlMirar &alMirar = {});
 
 /// The same of a server database, where every value fits. What `esquema` declares of a table joins what the server

@@ -74,7 +74,10 @@ QVariant valor(const ResultSet &filas, int fila, int columna, const Column &dest
     case Type::Text:
     case Type::Memo: break;
     }
-    return filas.text(fila, columna);
+    QString texto = filas.text(fila, columna);
+    if (limitar) // it ends a text on the way; older programs have left it behind names that the system gave them
+        texto.remove(QChar(u'\0'));
+    return texto;
 }
 
 void Suma::agregar(const QVector<Column> &columnas, const Params &fila)

@@ -12,8 +12,9 @@ inline const QDate primerDia(1753, 1, 1);
 inline const QDate sinFecha(8888, 12, 31);
 
 /// The value of a cell as it travels, by the type of the column that will hold it: a flag is a flag whether stored as
-/// -1 or 1, a date is to the second (and 31/12/8888 before 1753, with `limitar`), a single is the nearest one. Null and
-/// the empty text stay two things. Throws db::Error for a date that is none.
+/// -1 or 1, a date is to the second, a single is the nearest one. With `limitar`, as the server can hold it: 31/12/8888
+/// for a date before 1753, a text without NUL. Null and the empty text stay two things. Throws db::Error for a date
+/// that is none.
 [[nodiscard]] QVariant
 valor(const ResultSet &filas, int fila, int columna, const Column &destino, bool limitar = false);
 

@@ -18,7 +18,7 @@ namespace {
 using namespace odbc;
 
 constexpr int busyMilliseconds = 10000;
-constexpr int openingSeconds = 6;
+constexpr int openingSeconds = 10;
 // How long the driver lets a server work that is there; one that hangs is given up long before (Watch).
 constexpr int readingSeconds = 120; // a search through everything
 constexpr int changingSeconds = 600; // a column filled in a million rows
@@ -107,21 +107,20 @@ struct OdbcEngine::Link {
     Link &operator=(const Link &) = delete;
 
     /// Whether somebody there answers, to another connection than the one that waits. A refusal is an answer too.
-    [[nodiscard]] static bool answers(const Target &target)
+    [[nodiscard]] static bool answers(const Target &target, std::chrono::seconds within)
     {
-        const auto ask = [target] {
+        const auto ask = [target, within] {
             try {
-                const Link other(target, probeSeconds);
+                const Link other(target, int(within.count()));
                 return true;
             } catch (const Failed &failed) {
                 return tellsAnswer(failed.diagnostics);
             }
         };
         // The driver keeps to its limit, unless it was told to do one thing after the other.
-        const Watch watch{std::chrono::seconds(2 * probeSeconds), {}, 1};
-        return untilSilent<bool>(
-                   ask, [] { return false; }, watch)
-            .value_or(false);
+        const Watch once{.first = 2 * within, .silences = 1};
+        const auto nobody = [] { return false; };
+        return untilSilent<bool>(ask, nobody, once).value_or(false);
     }
 
     Handle environment;
@@ -132,7 +131,7 @@ struct OdbcEngine::Link {
 struct OdbcEngine::Session {
     Session(const Target &target, const Watch &whileWaiting)
         : link(std::make_shared<Link>(target, openingSeconds))
-        , answers([target] { return Link::answers(target); })
+        , answers([target, whileWaiting] { return Link::answers(target, whileWaiting.answer); })
         , watch(whileWaiting)
     {
         const Handle &connection = link->connection;

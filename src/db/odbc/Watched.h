@@ -15,6 +15,7 @@ namespace db::odbc {
 struct Watch {
     std::chrono::milliseconds first{10000}; ///< that anything may take without a question
     std::chrono::milliseconds between{5000}; ///< from one question to the next
+    std::chrono::seconds answer{5}; ///< that a question is given: a busy server lets nobody in at once
     int silences = 2; ///< questions in a row without an answer
 };
 
