@@ -312,13 +312,13 @@ private slots:
         QTRY_VERIFY(boton->shortcut().isEmpty()); // the letters are the open window's now
         ventanas->buscar(QStringLiteral("caja"))->close();
         QTRY_VERIFY(!boton->shortcut().isEmpty());
+        QTRY_COMPARE(QApplication::focusWidget(), boton); // where the person came from
 
+        marco->setFocus();
         QTest::keyClick(marco.get(), Qt::Key_F10);
-        auto *foco = qobject_cast<QToolButton *>(QApplication::focusWidget());
-        QVERIFY(foco);
-        QCOMPARE(foco->objectName(), QStringLiteral("menusuario"));
-        QTest::keyClick(foco, Qt::Key_Down);
-        QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("menhistorial"));
+        QCOMPARE(QApplication::focusWidget(), boton);
+        QTest::keyClick(boton, Qt::Key_Up);
+        QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("menayuda"));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_J);
         QVERIFY(ventanas->buscar(QStringLiteral("caja")));
         QCOMPARE(entradas().size(), 2);

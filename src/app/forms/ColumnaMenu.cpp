@@ -48,7 +48,10 @@ ColumnaMenu::ColumnaMenu(QWidget *parent)
         pieza->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
         pieza->setMinimumHeight(34);
         pieza->installEventFilter(this);
-        connect(pieza, &QToolButton::clicked, this, [this, &boton] { emit pulsado(boton); });
+        connect(pieza, &QToolButton::clicked, this, [this, &boton, este = m_botones.size()] {
+            m_ultimo = este;
+            emit pulsado(boton);
+        });
         caja->addWidget(pieza);
         m_botones.push_back(pieza);
     }

@@ -19,7 +19,7 @@ public:
 
     /// Whether Alt and a letter press a button from anywhere. Off while a window is open: the letters are the window's.
     void setTeclas(bool activas);
-    /// Gives the focus to the button that had it last.
+    /// Gives the focus to the button that was used last.
     void enfocar();
 
 signals:

@@ -95,10 +95,11 @@ sistema::sistema(db::Entorno &entorno, Comprobador &comprobador, ui::Ventanas &v
     connect(m_menu, &ColumnaMenu::pulsado, this, &sistema::pulsar);
     connect(m_area, &QMdiArea::subWindowActivated, this, [this](const QMdiSubWindow *activa) {
         // A window is activated before it shows, and none is while a dialog has the keyboard.
-        const QList<QMdiSubWindow *> marcos = m_area->subWindowList();
-        m_menu->setTeclas(!activa && std::none_of(marcos.cbegin(), marcos.cend(), [](const QMdiSubWindow *marco) {
-            return marco->isVisible();
-        }));
+        const bool ninguna = !activa && !hayVentanas();
+        m_menu->setTeclas(ninguna);
+        // Once the last is gone for good the keyboard is the menu's again.
+        if (ninguna)
+            QMetaObject::invokeMethod(this, &sistema::volverAlMenu, Qt::QueuedConnection);
     });
     m_menu->setTeclas(true);
     connect(&m_ventanas, &ui::Ventanas::refrescoPedido, this, [this](const QStringList &nombres) {
@@ -125,6 +126,18 @@ sistema::~sistema()
 {
     // The windows inside go after this object's own part: their going must not reach it any more.
     m_area->disconnect(this);
+}
+
+bool sistema::hayVentanas() const
+{
+    const QList<QMdiSubWindow *> marcos = m_area->subWindowList();
+    return std::any_of(marcos.cbegin(), marcos.cend(), [](const QMdiSubWindow *marco) { return marco->isVisible(); });
+}
+
+void sistema::volverAlMenu()
+{
+    if (isActiveWindow() && !hayVentanas() && !m_menu->isAncestorOf(QApplication::focusWidget()))
+        m_menu->enfocar();
 }
 
 void sistema::actualizarUsuario()

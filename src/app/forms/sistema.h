@@ -69,6 +69,8 @@ protected:
 private:
     void pulsar(const BotonMenu &boton);
     [[nodiscard]] VentanasDelMenu ventanasDelMenu();
+    [[nodiscard]] bool hayVentanas() const;
+    void volverAlMenu();
     void abrirInicio();
     /// False while the login has still to come, which is asked for then: the database was not there at start to say
     /// that users must log in.
