@@ -56,7 +56,7 @@ QDate proximoDiaConTurnos(db::Connection &conexion, int doctor, QDate hoy)
 
 base::Resultado<std::vector<TurnoListado>> turnosAAvisar(db::Entorno &entorno, int doctor, QDate fecha)
 {
-    if (auto sinDerecho = db::controlarDerecho(entorno, derechoHorarios))
+    if (auto sinDerecho = db::controlarDerecho(entorno, derechoAgendas))
         return *sinDerecho;
     std::vector<TurnoListado> turnos = listarTurnos(entorno.conexion(), doctor, fecha, fecha);
     std::erase_if(turnos, [](const TurnoListado &t) { return t.bloqueado; });

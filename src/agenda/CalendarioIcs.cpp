@@ -131,7 +131,7 @@ QByteArray escribirIcs(
 
 base::Resultado<CalendarioIcs> prepararIcs(db::Entorno &entorno, const PedidoIcs &pedido)
 {
-    if (auto sinDerecho = db::controlarDerecho(entorno, derechoHorarios))
+    if (auto sinDerecho = db::controlarDerecho(entorno, derechoAgendas))
         return *sinDerecho;
     if (auto rechazo = controlar(pedido))
         return *rechazo;

@@ -165,7 +165,7 @@ base::Resultado<QVector<DiaNoLaborable>> leerPeriodo(const QString &desde, const
 base::Resultado<AltaDiasNoLaborables>
 agregarDiasNoLaborables(db::Entorno &entorno, const QVector<int> &doctores, const QVector<DiaNoLaborable> &dias)
 {
-    if (auto sinDerecho = db::controlarDerecho(entorno, derechoHorarios))
+    if (auto sinDerecho = db::controlarDerecho(entorno, derechoAgendas))
         return *sinDerecho;
     if (dias.isEmpty() || doctores.isEmpty())
         return sinFechasElegidas();
@@ -199,7 +199,7 @@ agregarDiasNoLaborables(db::Entorno &entorno, const QVector<int> &doctores, cons
 
 base::Resultado<int> eliminarDiasNoLaborables(db::Entorno &entorno, const QVector<int> &ids, bool deTodos)
 {
-    if (auto sinDerecho = db::controlarDerecho(entorno, derechoHorarios))
+    if (auto sinDerecho = db::controlarDerecho(entorno, derechoAgendas))
         return *sinDerecho;
     if (ids.isEmpty()
         || !entorno.mensajes().pregunta(base::titulo::confirmacion, preguntaEliminar(ids.size(), deTodos), false))

@@ -13,7 +13,7 @@ namespace agenda {
 base::Control
 exportarArchivo(db::Entorno &entorno, const QString &archivo, const QByteArray &bytes, const QString &accion)
 {
-    if (auto sinDerecho = db::controlarDerecho(entorno, derechoHorarios))
+    if (auto sinDerecho = db::controlarDerecho(entorno, derechoAgendas))
         return sinDerecho;
     QSaveFile destino(archivo);
     const auto fallo = [&destino] {

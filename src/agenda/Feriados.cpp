@@ -140,7 +140,7 @@ QVector<PropuestaFeriado> proponerFeriados(db::Connection &conexion, const QVect
 base::Resultado<int>
 agregarFeriados(db::Entorno &entorno, const QVector<int> &doctores, int anio, const std::set<QDate> &fechas)
 {
-    if (auto sinDerecho = db::controlarDerecho(entorno, derechoHorarios))
+    if (auto sinDerecho = db::controlarDerecho(entorno, derechoAgendas))
         return *sinDerecho;
     if (fechas.empty() || doctores.isEmpty())
         return sinFechasElegidas();

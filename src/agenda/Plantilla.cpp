@@ -207,14 +207,14 @@ guardarPlantilla(db::Connection &conexion, Plantilla plantilla, const QString &f
 base::Resultado<int>
 guardarPlantilla(db::Entorno &entorno, const Plantilla &plantilla, const QString &fechadesde, const QString &fechahasta)
 {
-    if (auto sinDerecho = db::controlarDerecho(entorno, derechoHorarios))
+    if (auto sinDerecho = db::controlarDerecho(entorno, derechoAgendas))
         return *sinDerecho;
     return guardarPlantilla(entorno.conexion(), plantilla, fechadesde, fechahasta);
 }
 
 base::Resultado<bool> eliminarPlantilla(db::Entorno &entorno, int id)
 {
-    if (auto sinDerecho = db::controlarDerecho(entorno, derechoHorarios))
+    if (auto sinDerecho = db::controlarDerecho(entorno, derechoAgendas))
         return *sinDerecho;
     if (!entorno.mensajes().pregunta(
             base::titulo::confirmacion, QStringLiteral("¿Seguro que desea eliminar la plantilla seleccionada?"), false))

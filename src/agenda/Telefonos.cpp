@@ -69,7 +69,7 @@ std::optional<Telefono> leerTelefono(db::Connection &conexion, int id)
 
 base::Resultado<int> guardarTelefono(db::Entorno &entorno, const Telefono &entrada)
 {
-    if (auto sinDerecho = db::controlarDerecho(entorno, derechoTelefonos))
+    if (auto sinDerecho = db::controlarDerecho(entorno, derechoAgendas))
         return *sinDerecho;
     if (auto falta = validar(entrada))
         return *falta;
@@ -88,7 +88,7 @@ base::Resultado<int> guardarTelefono(db::Entorno &entorno, const Telefono &entra
 
 base::Resultado<bool> eliminarTelefono(db::Entorno &entorno, int id)
 {
-    if (auto sinDerecho = db::controlarDerecho(entorno, derechoTelefonos))
+    if (auto sinDerecho = db::controlarDerecho(entorno, derechoAgendas))
         return *sinDerecho;
     const auto entrada = leerTelefono(entorno.conexion(), id);
     if (!entrada)

@@ -14,9 +14,6 @@ class Entorno;
 
 namespace agenda {
 
-/// The right without which the telephone list is neither seen nor changed: that of the agendas.
-inline constexpr QStringView derechoTelefonos = u"accesoagendas";
-
 /// An entry of the practice's own telephone list.
 struct Telefono {
     int id = 0; ///< 0: not stored yet

@@ -7,8 +7,8 @@ namespace agenda {
 /// `NroHC` of a row that marks a slot in which the professional does not attend: no patient, never counted.
 inline constexpr int nroBloqueado = -111;
 
-/// The right without which hours and days off are not changed.
-inline constexpr QStringView derechoHorarios = u"accesoagendas";
+/// The right without which the agendas and the telephone list are not seen, nor hours and days off changed.
+inline constexpr QStringView derechoAgendas = u"accesoagendas";
 
 inline const QString textoPacienteEliminado = QStringLiteral("PACIENTE ELIMINADO DEL SISTEMA");
 /// In place of the name of a professional who is not in the list.

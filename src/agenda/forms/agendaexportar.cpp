@@ -89,7 +89,7 @@ agendaexportar::agendaexportar(db::Entorno &entorno, ui::Ventanas &ventanas)
 
 bool agendaexportar::preparar(const ui::Pedido &pedido)
 {
-    if (!aceptado(db::controlarDerecho(entorno(), derechoHorarios)))
+    if (!aceptado(db::controlarDerecho(entorno(), derechoAgendas)))
         return false;
     m_doctor = pedido.datos.value(QStringLiteral("doctor")).toInt();
     profesional->setText(nombreProfesional(conexion(), m_doctor));

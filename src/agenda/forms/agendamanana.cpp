@@ -45,7 +45,7 @@ agendamanana::agendamanana(db::Entorno &entorno, ui::Ventanas &ventanas, std::sh
 
 bool agendamanana::preparar(const ui::Pedido &pedido)
 {
-    if (!aceptado(db::controlarDerecho(entorno(), derechoHorarios)))
+    if (!aceptado(db::controlarDerecho(entorno(), derechoAgendas)))
         return false;
     std::vector<std::pair<QString, int>> entradas{{tr("<Todos los profesionales>"), 0}};
     for (const db::Doctor &d : db::profesionales(conexion()))

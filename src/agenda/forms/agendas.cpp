@@ -42,7 +42,7 @@ agendas::agendas(db::Entorno &entorno, ui::Ventanas &ventanas)
 
 bool agendas::preparar(const ui::Pedido &pedido)
 {
-    if (!aceptado(db::controlarDerecho(entorno(), derechoHorarios)))
+    if (!aceptado(db::controlarDerecho(entorno(), derechoAgendas)))
         return false;
     int suyo = pedido.datos.value(QStringLiteral("doctor")).toInt();
     QDate fecha = pedido.datos.value(QStringLiteral("fecha")).toDate();

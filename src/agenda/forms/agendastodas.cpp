@@ -61,7 +61,7 @@ agendastodas::agendastodas(db::Entorno &entorno, ui::Ventanas &ventanas)
 
 bool agendastodas::preparar(const ui::Pedido &pedido)
 {
-    if (auto sinDerecho = db::controlarDerecho(entorno(), derechoHorarios))
+    if (auto sinDerecho = db::controlarDerecho(entorno(), derechoAgendas))
         return aceptado(sinDerecho);
     {
         // The day is loaded once, below.

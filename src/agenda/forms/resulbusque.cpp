@@ -39,7 +39,7 @@ resulbusque::resulbusque(db::Entorno &entorno, ui::Ventanas &ventanas)
 
 bool resulbusque::preparar(const ui::Pedido &pedido)
 {
-    if (auto sinDerecho = db::controlarDerecho(entorno(), derechoHorarios))
+    if (auto sinDerecho = db::controlarDerecho(entorno(), derechoAgendas))
         return aceptado(sinDerecho);
     m_nrohc = pedido.datos.value(QStringLiteral("nrohc")).toInt();
     QString nombre = pedido.datos.value(QStringLiteral("nombre")).toString();

@@ -1,6 +1,7 @@
 #include "agenda/forms/telefonos.h"
 
 #include "agenda/Telefonos.h"
+#include "agenda/Textos.h"
 #include "agenda/forms/AbrirFicha.h"
 #include "agenda/forms/BotonesLista.h"
 #include "db/Entorno.h"
@@ -36,7 +37,7 @@ telefonos::telefonos(db::Entorno &entorno, ui::Ventanas &ventanas)
 
 bool telefonos::preparar(const ui::Pedido &)
 {
-    if (auto sinDerecho = db::controlarDerecho(entorno(), derechoTelefonos))
+    if (auto sinDerecho = db::controlarDerecho(entorno(), derechoAgendas))
         return aceptado(sinDerecho);
     buscar();
     buscado->setFocus();
