@@ -13,16 +13,29 @@ struct Partes {
     std::vector<std::size_t> variables; ///< where each begins, and where the last one ends
 };
 
+/// What every row has: how many columns at its beginning, their null mask at its end. All between counts as the fixed
+/// part so far.
+Partes puntas(Bytes fila, std::size_t columnas, std::size_t comienzo)
+{
+    const std::size_t bytesMascara = (columnas + 7) / 8;
+    if (bytesMascara + comienzo > fila.size())
+        throw Danio("una fila no tiene lugar para sus columnas");
+    const std::size_t fin = fila.size() - bytesMascara;
+    return {columnas, comienzo, fin, parte(fila, fin, bytesMascara), {}};
+}
+
+/// The fixed part ends where the first variable column begins, or what tells of them.
+void terminarFijo(Partes &p, std::size_t fin)
+{
+    p.finFijo = p.variables.empty() ? fin : p.variables.front();
+    if (p.finFijo > fin)
+        throw Danio("una fila está incompleta");
+}
+
 Partes partesJet4(Bytes fila, bool hayVariables)
 {
-    Partes p;
-    p.columnas = u16(fila, 0);
-    p.comienzo = 2;
-    const std::size_t bytesMascara = (p.columnas + 7) / 8;
-    if (bytesMascara + p.comienzo > fila.size())
-        throw Danio("una fila no tiene lugar para sus columnas");
-    std::size_t fin = fila.size() - bytesMascara;
-    p.mascara = parte(fila, fin, bytesMascara);
+    Partes p = puntas(fila, u16(fila, 0), 2);
+    std::size_t fin = p.finFijo;
     if (hayVariables) {
         if (fin < 2)
             throw Danio("una fila está incompleta");
@@ -33,22 +46,14 @@ Partes partesJet4(Bytes fila, bool hayVariables)
             p.variables.push_back(u16(fila, fin - 4 - i * 2));
         fin -= 2 + (cantidad + 1) * 2;
     }
-    p.finFijo = p.variables.empty() ? fin : p.variables.front();
-    if (p.finFijo > fin)
-        throw Danio("una fila está incompleta");
+    terminarFijo(p, fin);
     return p;
 }
 
 Partes partesJet3(Bytes fila, bool hayVariables)
 {
-    Partes p;
-    p.columnas = u8(fila, 0);
-    p.comienzo = 1;
-    const std::size_t bytesMascara = (p.columnas + 7) / 8;
-    if (bytesMascara + p.comienzo > fila.size())
-        throw Danio("una fila no tiene lugar para sus columnas");
-    std::size_t fin = fila.size() - bytesMascara;
-    p.mascara = parte(fila, fin, bytesMascara);
+    Partes p = puntas(fila, u8(fila, 0), 1);
+    std::size_t fin = p.finFijo;
     if (hayVariables) {
         if (fin < 1)
             throw Danio("una fila está incompleta");
@@ -68,9 +73,7 @@ Partes partesJet3(Bytes fila, bool hayVariables)
         }
         fin = ultimo - cantidad;
     }
-    p.finFijo = p.variables.empty() ? fin : p.variables.front();
-    if (p.finFijo > fin)
-        throw Danio("una fila está incompleta");
+    terminarFijo(p, fin);
     return p;
 }
 
