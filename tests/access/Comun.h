@@ -6,6 +6,7 @@
 #include "db/access/LectorProceso.h"
 #include "db/engine/EmbeddedEngine.h"
 #include "support/BaseDePrueba.h"
+#include "support/Falla.h"
 #include "support/Prueba.h"
 
 #include <QTemporaryDir>
@@ -32,6 +33,19 @@ inline void escribir(const QString &archivo, const QByteArray &bytes)
 inline std::unique_ptr<db::access::Fuente> fuente(const QString &archivo)
 {
     return std::make_unique<db::access::LectorProceso>(archivo, QStringLiteral(VASTELO_LECTOR));
+}
+
+/// Why a reading ended; empty when it went through.
+inline QString fallaAlLeer(db::access::Fuente &fuente)
+{
+    class Nadie final : public db::access::Receptor
+    {
+    public:
+        void empezar(const db::access::TablaVieja &) override { }
+        void fila(const std::vector<db::access::Valor> &) override { }
+    } nadie;
+    const auto falla = soporte::fallaDe([&] { (void)fuente.leer(nadie); });
+    return falla ? falla->description() : QString();
 }
 
 /// Rows of a file of tests/access/datos, cell by cell.

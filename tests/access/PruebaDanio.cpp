@@ -1,5 +1,4 @@
 #include "Comun.h"
-#include "db/Error.h"
 #include "db/access/Cabecera.h"
 
 #include <QElapsedTimer>
@@ -8,28 +7,6 @@
 
 using namespace Qt::StringLiterals;
 using db::access::Desenlace;
-
-namespace {
-
-class Nadie final : public db::access::Receptor
-{
-public:
-    void empezar(const db::access::TablaVieja &) override { }
-    void fila(const std::vector<db::access::Valor> &) override { }
-};
-
-/// Why a reading ended; empty when it went through.
-QString leerEntero(db::access::Fuente &fuente)
-{
-    Nadie nadie;
-    try {
-        return fuente.leer(nadie) ? QString() : u"cancelado"_qs;
-    } catch (const db::Error &error) {
-        return error.description();
-    }
-}
-
-} // namespace
 
 /// Damaged files, readers that die, hang or lie, and conversions cut off in the middle: the program goes on, the old
 /// file is whole.
@@ -72,7 +49,7 @@ private slots:
         prueba::escribir(archivo, bytes);
         QElapsedTimer reloj;
         reloj.start();
-        const QString falla = leerEntero(*prueba::fuente(archivo));
+        const QString falla = prueba::fallaAlLeer(*prueba::fuente(archivo));
         QVERIFY(reloj.elapsed() < 20'000);
         if (!falla.isEmpty())
             QVERIFY2(falla.startsWith(u"El archivo está dañado y no se pudo leer entero: "_qs), qPrintable(falla));
@@ -96,7 +73,7 @@ private slots:
         roto.replace(lugar, bytes.size(), bytes);
         const QString archivo = m_dir.filePath(u"roto.mdb"_qs);
         prueba::escribir(archivo, roto);
-        const QString dicha = leerEntero(*prueba::fuente(archivo));
+        const QString dicha = prueba::fallaAlLeer(*prueba::fuente(archivo));
         QVERIFY2(dicha.contains(falla), qPrintable(dicha));
     }
 
@@ -166,14 +143,14 @@ private slots:
         QFETCH(QString, cuerpo);
         QFETCH(QString, falla);
         db::access::LectorProceso lectura(prueba::muestra(u"ConClave.mdb"_qs), lector(cuerpo), 1);
-        const QString dicha = leerEntero(lectura);
+        const QString dicha = prueba::fallaAlLeer(lectura);
         QVERIFY2(dicha.contains(falla), qPrintable(dicha));
     }
 
     void noReader()
     {
         db::access::LectorProceso sin(prueba::muestra(u"ConClave.mdb"_qs), QString());
-        QVERIFY(leerEntero(sin).contains(u"no tiene el lector"_qs));
+        QVERIFY(prueba::fallaAlLeer(sin).contains(u"no tiene el lector"_qs));
     }
 
     void cancelledAtAnyMoment()

@@ -6,6 +6,7 @@
 #include "db/ListaDoctores.h"
 #include "db/engine/EmbeddedEngine.h"
 #include "support/BaseDePrueba.h"
+#include "support/Falla.h"
 #include "support/Prueba.h"
 
 using app::Arranque;
@@ -350,12 +351,9 @@ private slots:
         QCOMPARE(Arranque(modulo, {}).iniciar(), Arranque::Destino::Sistema);
         QVERIFY(modulo.baseLista());
         QCOMPARE(db::nombreUsuarioActual(modulo), u"Juan Pérez"_qs);
-        try {
-            modulo.conexion().execute(u"UPDATE [Config] SET UltimoPaci = 9"_qs);
-            QFAIL("written to a read-only file");
-        } catch (const db::Error &error) {
-            QCOMPARE(error.kind(), db::Error::Kind::ReadOnly);
-        }
+        const auto falla
+            = soporte::fallaDe([&] { modulo.conexion().execute(u"UPDATE [Config] SET UltimoPaci = 9"_qs); });
+        QVERIFY(falla && falla->kind() == db::Error::Kind::ReadOnly);
         QVERIFY(pc.guion.terminar());
     }
 };

@@ -4,6 +4,7 @@
 #include "db/access/FuenteOdbc.h"
 #include "db/odbc/OdbcEngine.h"
 #include "odbc/Postgres.h"
+#include "support/Falla.h"
 #include "support/Prueba.h"
 
 using namespace Qt::StringLiterals;
@@ -202,13 +203,8 @@ private slots:
     {
         Anotador nadie;
         const auto falla = [&nadie](const QString &conexion) {
-            try {
-                db::access::FuenteOdbc fuente(conexion);
-                (void)fuente.leer(nadie);
-            } catch (const db::Error &error) {
-                return error.description();
-            }
-            return QString();
+            const auto error = soporte::fallaDe([&] { (void)db::access::FuenteOdbc(conexion).leer(nadie); });
+            return error ? error->description() : QString();
         };
         const QString mala = falla(server->target(Passing::Bound, u"otra"_s, u"nadie"_s).text);
         QVERIFY2(mala.contains(u"el controlador de Access informa"_s), qPrintable(mala));

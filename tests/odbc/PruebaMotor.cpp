@@ -2,6 +2,7 @@
 #include "db/Error.h"
 #include "db/odbc/OdbcEngine.h"
 #include "odbc/Postgres.h"
+#include "support/Falla.h"
 #include "support/Prueba.h"
 
 #include <thread>
@@ -9,24 +10,9 @@
 using namespace Qt::StringLiterals;
 using db::Error;
 using db::odbc::Passing;
+using soporte::fallaDe;
 
 Q_DECLARE_METATYPE(db::odbc::Passing)
-
-namespace {
-
-/// What a call fails with; a test that expects a failure fails without one.
-template <typename Call>
-std::optional<Error> failureOf(const Call &call)
-{
-    try {
-        call();
-    } catch (const Error &error) {
-        return error;
-    }
-    return {};
-}
-
-} // namespace
 
 /// The plumbing, on a real server: what is passed and read, several results, transactions, a server that goes away.
 class PruebaMotor : public QObject
@@ -151,7 +137,7 @@ private slots:
         QCOMPARE(
             connection->query(u"SELECT ?"_s, {u"a"_s + QChar(0) + u"b"_s + QChar(0xD83D) + u"c"_s})->text(0, 0),
             u"ab\uFFFDc"_s);
-        QVERIFY(failureOf([&] { connection->execute(u"UPDATE cosas SET numero = ?"_s, {}); }));
+        QVERIFY(fallaDe([&] { connection->execute(u"UPDATE cosas SET numero = ?"_s, {}); }));
     }
 
     void resultsStandBesideEachOther()
@@ -164,8 +150,8 @@ private slots:
         QCOMPARE(one->integer(0, 0) + 10 * other->integer(0, 0), 31);
         // A batch yields its rows wherever they come, and its failure wherever it comes.
         QCOMPARE(connection->query(u"UPDATE cosas SET numero = 0; SELECT 7"_s)->integer(0, 0), 7);
-        QVERIFY(failureOf([&] { connection->execute(u"UPDATE cosas SET numero = 0; SELECT 1/0"_s); }));
-        QVERIFY(failureOf([&] { (void)connection->query(u"DELETE FROM cosas"_s); }));
+        QVERIFY(fallaDe([&] { connection->execute(u"UPDATE cosas SET numero = 0; SELECT 1/0"_s); }));
+        QVERIFY(fallaDe([&] { (void)connection->query(u"DELETE FROM cosas"_s); }));
         QCOMPARE(connection->query(u"SELECT 8"_s)->integer(0, 0), 8);
     }
 
@@ -187,7 +173,7 @@ private slots:
 
         // One that does not fit, far from the first: none is stored.
         rows[8000][1] = QString(256, u'x');
-        const auto failure = failureOf([&] {
+        const auto failure = fallaDe([&] {
             db::Transaction transaction(*connection);
             connection->executeBatch(insert, rows);
             transaction.commit();
@@ -220,12 +206,12 @@ private slots:
         {
             db::Transaction cut(*connection);
             connection->execute(insert, {3, u"c"_s});
-            const auto failure = failureOf([&] { connection->execute(insert, {1, u"Pérez"_s}); });
+            const auto failure = fallaDe([&] { connection->execute(insert, {1, u"Pérez"_s}); });
             QVERIFY(failure);
             QCOMPARE(failure->kind(), Error::Kind::Constraint);
             QVERIFY(!failure->description().contains(u"Pérez"_s) && !failure->description().contains(u"(1)"_s));
-            QVERIFY(failureOf([&] { connection->execute(insert, {4, u"d"_s}); }));
-            QVERIFY(failureOf([&] { cut.commit(); }));
+            QVERIFY(fallaDe([&] { connection->execute(insert, {4, u"d"_s}); }));
+            QVERIFY(fallaDe([&] { cut.commit(); }));
         }
         QCOMPARE(count(*connection), 1);
 
@@ -233,7 +219,7 @@ private slots:
         const auto second = connect();
         const db::Transaction writing(*connection);
         const db::ShortWait shortWait(*second, 200);
-        const auto busy = failureOf([&] { const db::Transaction waiting(*second); });
+        const auto busy = fallaDe([&] { const db::Transaction waiting(*second); });
         QVERIFY(busy);
         QCOMPARE(busy->kind(), Error::Kind::Busy);
         QVERIFY(!second->inTransaction());
@@ -262,18 +248,18 @@ private slots:
             db::Transaction cut(connection);
             connection.execute(change);
             kill(process(connection));
-            failure = failureOf([&] { connection.execute(u"UPDATE cosas SET numero = 3"_s); });
+            failure = fallaDe([&] { connection.execute(u"UPDATE cosas SET numero = 3"_s); });
             // What follows must not be stored on a new connection, and its end does not pretend.
             for (int i = 0; i < 2; ++i) {
-                const auto after = failureOf([&] { connection.execute(u"UPDATE cosas SET numero = 4"_s); });
+                const auto after = fallaDe([&] { connection.execute(u"UPDATE cosas SET numero = 4"_s); });
                 QVERIFY(after && after->kind() == Error::Kind::Lost);
             }
-            const auto end = failureOf([&] { cut.commit(); });
+            const auto end = fallaDe([&] { cut.commit(); });
             QVERIFY(end && end->kind() == Error::Kind::Lost);
             QVERIFY(failure && failure->description().contains(u"no se guardó"_s));
         } else {
             kill(process(connection));
-            failure = failureOf([&] {
+            failure = fallaDe([&] {
                 if (when == u"changing")
                     connection.execute(change);
                 else
@@ -301,7 +287,7 @@ private slots:
                             "FOR EACH ROW EXECUTE FUNCTION tarda()"_s);
         const int backend = process(*connection);
         std::thread other;
-        const auto failure = failureOf([&] {
+        const auto failure = fallaDe([&] {
             db::Transaction transaction(*connection);
             connection->execute(u"INSERT INTO cosas (numero) VALUES (1)"_s);
             other = std::thread([&] {
@@ -326,7 +312,7 @@ private slots:
         for (const Error::Kind kind : {Error::Kind::Lost, Error::Kind::CannotOpen, Error::Kind::CannotOpen}) {
             QElapsedTimer took;
             took.start();
-            const auto failure = failureOf([&] { (void)connection->query(u"SELECT 1"_s); });
+            const auto failure = fallaDe([&] { (void)connection->query(u"SELECT 1"_s); });
             QVERIFY(failure && took.elapsed() < 8000);
             QCOMPARE(failure->kind(), kind);
             QVERIFY(!failure->description().contains(Postgres::clave()));
@@ -334,7 +320,7 @@ private slots:
         {
             // What nobody asked for does not even try.
             const db::ShortWait quiet(*connection);
-            const auto failure = failureOf([&] { (void)connection->query(u"SELECT 1"_s); });
+            const auto failure = fallaDe([&] { (void)connection->query(u"SELECT 1"_s); });
             QVERIFY(failure && failure->kind() == Error::Kind::Lost);
         }
         server->start();
@@ -345,7 +331,7 @@ private slots:
     {
         for (const auto &[password, database] :
              {std::pair(u"otra;clave"_s, u"postgres"_s), {Postgres::clave(), u"no_existe"_s}}) {
-            const auto failure = failureOf([&] { db::OdbcEngine(server->target(Passing::Bound, password, database)); });
+            const auto failure = fallaDe([&] { db::OdbcEngine(server->target(Passing::Bound, password, database)); });
             QVERIFY(failure);
             QCOMPARE(failure->kind(), Error::Kind::CannotOpen);
             for (const QString &secret : {password, QStringLiteral("psqlodbc"), QStringLiteral("PWD")})
@@ -353,13 +339,13 @@ private slots:
         }
         db::odbc::Target missing = server->target(Passing::Bound);
         missing.text.replace(u"psqlodbcw.so"_s, u"no-hay.so"_s);
-        auto failure = failureOf([&] { db::OdbcEngine engine(missing); });
+        auto failure = fallaDe([&] { db::OdbcEngine engine(missing); });
         QVERIFY(failure && failure->description() == db::odbc::missingDriverText());
 
         // A way to the server on which texts change is refused: they would be stored so.
         connect()->execute(u"CREATE DATABASE pobre ENCODING 'LATIN1' TEMPLATE template0 LC_COLLATE 'C' LC_CTYPE 'C'"_s);
         failure
-            = failureOf([&] { db::OdbcEngine engine(server->target(Passing::Bound, Postgres::clave(), u"pobre"_s)); });
+            = fallaDe([&] { db::OdbcEngine engine(server->target(Passing::Bound, Postgres::clave(), u"pobre"_s)); });
         QVERIFY(failure && failure->description().contains(u"altera los textos"_s));
     }
 
@@ -391,7 +377,7 @@ private slots:
              {std::pair(u"SELECT * FROM otras"_s, Error::Kind::NoSuchTable),
               {u"SELECT otra FROM cosas"_s, Error::Kind::NoSuchColumn},
               {u"SELEKT 1"_s, Error::Kind::Syntax}}) {
-            const auto failure = failureOf([&] { (void)connection->query(sql); });
+            const auto failure = fallaDe([&] { (void)connection->query(sql); });
             QVERIFY(failure);
             QCOMPARE(failure->kind(), kind);
         }

@@ -7,6 +7,7 @@
 #include "patients/RegistrosPaciente.h"
 #include "patients/ResumenPaciente.h"
 #include "support/BaseDePrueba.h"
+#include "support/Falla.h"
 #include "support/Prueba.h"
 
 using namespace Qt::StringLiterals;
@@ -283,14 +284,10 @@ private slots:
               u"INSERT INTO [Pacientes] (NroHC,Apellido,Nombres) VALUES (1,'OTRO','LUIS')"_s,
               u"DELETE FROM [Pacientes]"_s}) {
             base.conexion().execute(cambio);
-            try {
-                (void)patients::guardarFicha(base, suyo, datos);
-                QFAIL("written to a row that is not his");
-            } catch (const db::Error &error) {
-                QCOMPARE(error.kind(), db::Error::Kind::RowGone);
-                QCOMPARE(
-                    error.description(), u"Este Registro ya No existe, debe haber sido eliminado por otro usuario."_s);
-            }
+            const auto falla = soporte::fallaDe([&] { (void)patients::guardarFicha(base, suyo, datos); });
+            QVERIFY(falla && falla->kind() == db::Error::Kind::RowGone);
+            QCOMPARE(
+                falla->description(), u"Este Registro ya No existe, debe haber sido eliminado por otro usuario."_s);
             QCOMPARE(base.valor(u"SELECT COUNT(*) FROM [Pacientes] WHERE Tel = '1'"_s), u"0"_s);
             QVERIFY(!patients::leerResumen(base, suyo));
         }

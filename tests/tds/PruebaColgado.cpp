@@ -5,6 +5,7 @@
 #include "db/migracion/Migracion.h"
 #include "db/odbc/OdbcEngine.h"
 #include "support/BaseDePrueba.h"
+#include "support/Falla.h"
 #include "support/Prueba.h"
 #include "support/ServidorTds.h"
 
@@ -12,6 +13,7 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using db::Error;
 using Tipo = db::migracion::Desenlace::Tipo;
+using soporte::fallaDe;
 
 namespace {
 
@@ -27,17 +29,6 @@ db::Engines motores(std::chrono::seconds respuesta = 3s)
             texto.value(u"Data Source"), texto.value(u"Jet OLEDB:Database Password"));
     });
     return todos;
-}
-
-template <typename Call>
-std::optional<Error> fallaDe(const Call &call)
-{
-    try {
-        call();
-    } catch (const Error &error) {
-        return error;
-    }
-    return {};
 }
 
 } // namespace
